@@ -1,0 +1,44 @@
+# Quick start: `make run` and `make test`. Both install missing Debian
+# packages first (scripts/install-deps), then configure and build.
+
+BUILD      ?= build
+ASAN_BUILD ?= build-asan
+JOBS       ?= $(shell nproc)
+EXAMPLE    ?= examples/demo.plax
+
+.PHONY: all deps build run test test-sanitize bench clean
+
+all: build
+
+deps:
+	@scripts/install-deps
+
+$(BUILD)/CMakeCache.txt: | deps
+	cmake -S . -B $(BUILD) -DCMAKE_BUILD_TYPE=RelWithDebInfo
+
+build: deps $(BUILD)/CMakeCache.txt
+	cmake --build $(BUILD) -j $(JOBS)
+
+# Opens the editor when a display is available; otherwise runs the batch
+# tool on the bundled example scene and writes its results into $(BUILD).
+run: build
+	@if [ -n "$$DISPLAY" ] || [ -n "$$WAYLAND_DISPLAY" ]; then \
+	  cd $(BUILD) && ./plax; \
+	else \
+	  echo "No display found: running the batch tool on $(EXAMPLE)"; \
+	  ./$(BUILD)/plax -v -i $(EXAMPLE) -r $(BUILD)/demo-resaved.plax; \
+	fi
+
+test: build
+	cd $(BUILD) && QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j $(JOBS)
+
+test-sanitize: deps
+	cmake -S . -B $(ASAN_BUILD) -DCMAKE_BUILD_TYPE=Debug -DPLAX_SANITIZE=ON -DPLAX_BUILD_BENCH=OFF
+	cmake --build $(ASAN_BUILD) -j $(JOBS)
+	cd $(ASAN_BUILD) && QT_QPA_PLATFORM=offscreen ASAN_OPTIONS=detect_leaks=0 ctest --output-on-failure -j $(JOBS)
+
+bench: build
+	./$(BUILD)/bench/plax-bench
+
+clean:
+	rm -rf $(BUILD) $(ASAN_BUILD)

@@ -1,0 +1,3 @@
+target_sources(plaxgui PRIVATE
+  app/startup.cpp app/startup.h
+)

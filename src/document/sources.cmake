@@ -1,0 +1,3 @@
+target_sources(plaxcore PRIVATE
+  document/editordocument.cpp document/editordocument.h
+)

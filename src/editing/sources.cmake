@@ -1,0 +1,1 @@
+# Sources of editing/ are listed here as they are added.

@@ -1,0 +1,1 @@
+# Sources of geometry/ are listed here as they are added.

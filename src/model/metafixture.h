@@ -1,0 +1,55 @@
+#pragma once
+
+#include "model/metaitem.h"
+#include "model/metashape.h"
+
+#include <vector>
+
+class MetaBody;
+
+/// A fixture: material and collision settings, one vertex list in body
+/// coordinates and one or more shapes over it.
+class MetaFixture : public MetaItem
+{
+public:
+    MetaFixture() : MetaItem(ItemKind::Fixture) {}
+
+    /// The owning body, or null.
+    MetaBody* body() const { return m_body; }
+
+    float friction = 0.2f;
+    float restitution = 0;
+    float density = 1;
+    bool sensor = false;
+    int filterCategoryBits = 0x0001;
+    int filterMaskBits = 0xFFFF;
+    int filterGroupIndex = 0;
+
+    /// Vertex list shared by all shapes, in body coordinates.
+    const std::vector<Vec2>& vertices() const { return m_vertices; }
+    /// Replaces the vertex list and recomputes the self-intersection flag.
+    void setVertices(std::vector<Vec2> vertices);
+    /// True when two non-adjacent edges of the vertex ring intersect.
+    bool isSelfIntersecting() const { return m_selfIntersecting; }
+
+    /// Shapes of the fixture.
+    const std::vector<MetaShape>& shapes() const { return m_shapes; }
+    /// Shape at an index (must exist).
+    MetaShape& shape(size_t index) { return m_shapes[index]; }
+    /// Appends a shape and returns it.
+    MetaShape& addShape(int type, float radius);
+    /// Removes every shape.
+    void clearShapes() { m_shapes.clear(); }
+
+    /// Text naming the fixture in log messages ("body/fixture").
+    QString description() const;
+
+private:
+    friend class MetaBody;
+    friend class MetaWorld;
+
+    MetaBody* m_body = nullptr;
+    std::vector<Vec2> m_vertices;
+    std::vector<MetaShape> m_shapes;
+    bool m_selfIntersecting = false;
+};

@@ -1,0 +1,141 @@
+#include "model/metashape.h"
+
+#include "base/flags.h"
+#include "base/log.h"
+#include "base/notify.h"
+#include "model/metafixture.h"
+
+#include <QCoreApplication>
+
+#include <cmath>
+
+namespace
+{
+const char* const kInvalidSettingsTitle = "Invalid settings";
+
+QString tr(const char* text)
+{
+    return QCoreApplication::translate("MetaShape", text);
+}
+
+// Logs a refusal at error level and shows it to an interactive user.
+void reportRefusal(const QString& message)
+{
+    plaxLog(LOG_ERROR, message);
+    if (!AppFlags::suppressRefusalDialogs())
+        UserNotifier::show(UserNotifier::Kind::Warning, tr(kInvalidSettingsTitle), message);
+}
+
+size_t vertexCount(const MetaShape& shape)
+{
+    return shape.fixture() ? shape.fixture()->vertices().size() : 0;
+}
+} // namespace
+
+bool MetaShape::setType(int type)
+{
+    if (type == m_type)
+        return false;
+    switch (type) {
+    case SHAPE_CIRCLE:
+        if (!(m_radius >= kMinEffectiveRadius)) {
+            reportRefusal(tr("Please set a radius value greater than 0.005 to create a circle shape."));
+            return false;
+        }
+        break;
+    case SHAPE_POLYGON:
+        if (vertexCount(*this) <= 2) {
+            reportRefusal(tr("You need at least three vertices in the fixture to create a polygon. The edges of the "
+                             "polygon should not cross over each other."));
+            return false;
+        }
+        break;
+    case SHAPE_LOOP:
+        if (vertexCount(*this) <= 2) {
+            reportRefusal(tr("You need at least three vertices in the fixture to create a loop."));
+            return false;
+        }
+        break;
+    default:
+        break;
+    }
+    m_type = type;
+    return true;
+}
+
+bool MetaShape::setRadius(float radius)
+{
+    if (radius < 0) {
+        reportRefusal(tr("Please set a radius value of zero or greater.\nTo create a circle shape, please set a radius "
+                         "value greater than 0.005"));
+        return false;
+    }
+    if (radius >= kMinEffectiveRadius) {
+        m_radius = radius;
+        return true;
+    }
+    if (m_type != SHAPE_CIRCLE) {
+        if (radius != 0)
+            plaxLog(LOG_WARNING, tr("Radius values of less than 0.005 for non-circle shapes will be taken as zero."));
+        m_radius = radius;
+        return true;
+    }
+    const QString message = tr("Circle shapes should have a radius value greater than 0.005");
+    plaxLog(LOG_ERROR, message);
+    if (AppFlags::suppressRefusalDialogs() || !UserNotifier::isInteractive())
+        AppFlags::setInvalidSettingsFlag(true);
+    else
+        UserNotifier::show(UserNotifier::Kind::Warning, tr(kInvalidSettingsTitle), message);
+    return false;
+}
+
+void MetaShape::conformToVertexCount(const QString& fixtureDescription, int shapeIndex)
+{
+    const size_t count = vertexCount(*this);
+    if (count == 1 && (m_type == SHAPE_POLYGON || m_type == SHAPE_LINE || m_type == SHAPE_LOOP)) {
+        if (m_radius == 0) {
+            m_radius = 0.5f;
+            plaxLog(LOG_WARNING, QStringLiteral("Shape radius set to 0.5: %1:%2 (This happens when a shape has a radius "
+                                                "of zero and only one vertex, to avoid having a zero radius circle.)")
+                                     .arg(fixtureDescription)
+                                     .arg(shapeIndex));
+        }
+        m_type = SHAPE_CIRCLE;
+        plaxLog(LOG_WARNING,
+                QStringLiteral("Shape type forced to circle: %1:%2").arg(fixtureDescription).arg(shapeIndex));
+    } else if (count == 2 && (m_type == SHAPE_POLYGON || m_type == SHAPE_LOOP)) {
+        m_type = SHAPE_LINE;
+        plaxLog(LOG_WARNING, QStringLiteral("Shape type forced to line: %1:%2").arg(fixtureDescription).arg(shapeIndex));
+    }
+}
+
+QString MetaShape::typeName(int type)
+{
+    switch (type) {
+    case SHAPE_CIRCLE: return tr("Circle");
+    case SHAPE_POLYGON: return tr("Polygon");
+    case SHAPE_LINE: return tr("Line");
+    case SHAPE_LOOP: return tr("Loop");
+    default: return tr("Unknown shape type");
+    }
+}
+
+QString MetaShape::typeWord(int type)
+{
+    switch (type) {
+    case SHAPE_CIRCLE: return QStringLiteral("circle");
+    case SHAPE_POLYGON: return QStringLiteral("polygon");
+    case SHAPE_LINE: return QStringLiteral("line");
+    case SHAPE_LOOP: return QStringLiteral("loop");
+    default: return QStringLiteral("unknown");
+    }
+}
+
+int MetaShape::typeFromWord(const QString& word)
+{
+    for (int t = SHAPE_CIRCLE; t <= SHAPE_LOOP; ++t) {
+        if (word == typeWord(t))
+            return t;
+    }
+    return -1;
+}

@@ -1,0 +1,68 @@
+#pragma once
+
+#include <QString>
+
+#include <vector>
+
+class MetaFixture;
+class b2Fixture;
+
+/// Shape types of a fixture's shapes (values as stored).
+enum ShapeType : int
+{
+    SHAPE_CIRCLE = 0,
+    SHAPE_POLYGON = 1,
+    SHAPE_LINE = 2,
+    SHAPE_LOOP = 3,
+};
+
+/// Minimum effective radius: a radius below it counts as zero for every non-circle type.
+constexpr float kMinEffectiveRadius = 0.005f;
+
+/// One shape of a fixture: a type and a radius over the fixture's shared vertex list.
+class MetaShape
+{
+public:
+    /// A shape of a fixture (the owner may be set later by the fixture).
+    explicit MetaShape(int type = SHAPE_POLYGON, float radius = 0) : m_type(type), m_radius(radius) {}
+
+    /// Shape type (ShapeType value, or any other number for an unknown type).
+    int type() const { return m_type; }
+    /// Radius in world units.
+    float radius() const { return m_radius; }
+    /// True when the radius is at least the minimum effective radius.
+    bool isRounded() const { return m_radius >= kMinEffectiveRadius; }
+    /// The fixture holding the vertices, or null.
+    MetaFixture* fixture() const { return m_fixture; }
+
+    /// Changes the type when the vertex count and radius allow it; refusals are reported.
+    bool setType(int type);
+    /// Changes the radius when valid for the type; refusals are reported.
+    bool setRadius(float radius);
+    /// Load-time repair of the type for the vertex count.
+    void conformToVertexCount(const QString& fixtureDescription, int shapeIndex);
+
+    /// Sets type and radius without any rule (readers and undo).
+    void assign(int type, float radius)
+    {
+        m_type = type;
+        m_radius = radius;
+    }
+
+    /// Translatable display name of a type ("Circle", ..., "Unknown shape type").
+    static QString typeName(int type);
+    /// Scene-file word of a type ("circle", ..., "unknown").
+    static QString typeWord(int type);
+    /// Type for a scene-file word; -1 for "unknown" or any other text.
+    static int typeFromWord(const QString& word);
+
+    /// Box2D fixtures that the last construction created for this shape.
+    std::vector<b2Fixture*> createdFixtures;
+
+private:
+    friend class MetaFixture;
+
+    int m_type;
+    float m_radius;
+    MetaFixture* m_fixture = nullptr;
+};

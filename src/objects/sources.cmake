@@ -1,0 +1,1 @@
+# Sources of objects/ are listed here as they are added.

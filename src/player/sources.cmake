@@ -1,0 +1,1 @@
+# Sources of player/ are listed here as they are added.

@@ -1,0 +1,1 @@
+# Sources of script/ are listed here as they are added.

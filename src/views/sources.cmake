@@ -1,0 +1,1 @@
+# Sources of views/ are listed here as they are added.
