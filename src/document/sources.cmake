@@ -1,3 +1,4 @@
 target_sources(plaxcore PRIVATE
   document/editordocument.cpp document/editordocument.h
+  document/imagedata.cpp document/imagedata.h
 )

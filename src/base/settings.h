@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QSettings>
+
+#include <memory>
+
+/// The application settings: an INI file in user scope, organisation
+/// "quoxel2d", application "plax".
+std::unique_ptr<QSettings> openAppSettings();
+
+/// Settings keys not owned by one subsystem.
+namespace SettingsKeys
+{
+/// Working directory made current at start-up (empty: keep the current one).
+inline constexpr const char* kWorkingDirectory = "workspace/workingdirectory";
+/// Whether DEBUG messages are echoed to the console in batch mode.
+inline constexpr const char* kDebugOutput = "workspace/debugoutput";
+/// Whether the documents open at the last exit are reopened at start-up.
+inline constexpr const char* kReopenRecentDocuments = "workspace/reopenrecentdocuments";
+/// The recent-files list.
+inline constexpr const char* kRecentFiles = "workspace/recentfiles";
+} // namespace SettingsKeys

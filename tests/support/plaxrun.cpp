@@ -1,0 +1,54 @@
+#include "support/plaxrun.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QProcess>
+
+PlaxSandbox::PlaxSandbox()
+{
+    QDir(m_dir.path()).mkpath(QStringLiteral("config-home"));
+}
+
+QString PlaxSandbox::path(const QString& name) const
+{
+    return QDir(m_dir.path()).absoluteFilePath(name);
+}
+
+QString PlaxSandbox::write(const QString& name, const QByteArray& content) const
+{
+    const QString file = path(name);
+    QDir().mkpath(QFileInfo(file).absolutePath());
+    QFile f(file);
+    if (f.open(QIODevice::WriteOnly))
+        f.write(content);
+    return file;
+}
+
+QByteArray PlaxSandbox::read(const QString& name) const
+{
+    QFile f(path(name));
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+}
+
+PlaxRun PlaxSandbox::run(const QStringList& arguments) const
+{
+    QProcess process;
+    process.setWorkingDirectory(m_dir.path());
+    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    env.insert(QStringLiteral("XDG_CONFIG_HOME"), path(QStringLiteral("config-home")));
+    env.remove(QStringLiteral("DISPLAY"));
+    env.remove(QStringLiteral("WAYLAND_DISPLAY"));
+    process.setProcessEnvironment(env);
+    process.start(QStringLiteral(PLAX_BINARY), arguments);
+    PlaxRun result;
+    if (!process.waitForFinished(120000)) {
+        process.kill();
+        process.waitForFinished();
+    }
+    result.exitCode = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+    result.out = QString::fromUtf8(process.readAllStandardOutput());
+    result.err = QString::fromUtf8(process.readAllStandardError());
+    result.log = QString::fromUtf8(read(QStringLiteral("plax.log")));
+    return result;
+}

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <QTemporaryDir>
+
+/// Result of one run of the real plax binary.
+struct PlaxRun
+{
+    int exitCode = -1;
+    QString out;    ///< standard output
+    QString err;    ///< standard error
+    QString log;    ///< plax.log written in the working directory
+};
+
+/// A scratch folder to run the plax binary in, with its own settings location.
+class PlaxSandbox
+{
+public:
+    PlaxSandbox();
+    /// Absolute path of a file in the sandbox.
+    QString path(const QString& name) const;
+    /// Writes a text file into the sandbox and returns its absolute path.
+    QString write(const QString& name, const QByteArray& content) const;
+    /// Reads a file of the sandbox (empty when missing).
+    QByteArray read(const QString& name) const;
+    /// Runs plax with the arguments, in the sandbox as working directory.
+    PlaxRun run(const QStringList& arguments) const;
+
+private:
+    QTemporaryDir m_dir;
+};
