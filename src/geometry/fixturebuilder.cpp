@@ -6,6 +6,7 @@
 #include "geometry/edgequad.h"
 #include "geometry/fixturedef.h"
 #include "geometry/geometryconstants.h"
+#include "geometry/massguard.h"
 #include "geometry/vertexcheck.h"
 #include "model/metafixture.h"
 
@@ -19,9 +20,16 @@ b2Vec2 toB2(const Vec2& v)
     return {v.x, v.y};
 }
 
-// Adds one shape to the body as a fixture of the shape.
+// Adds one shape to the body as a fixture of the shape; null when Box2D could
+// not compute the body's mass with it.
 b2Fixture* addFixture(MetaShape& shape, b2Body* body, const b2FixtureDef& def, const b2Shape& b2shape)
 {
+    if (!massStaysValid(body, b2shape, def.density)) {
+        plaxLog(LOG_WARNING, QStringLiteral("Skipping a Box2D fixture too far from its body's origin for its mass to be "
+                                            "computed (shape type %1)")
+                                 .arg(MetaShape::typeWord(shape.type())));
+        return nullptr;
+    }
     b2FixtureDef withShape = def;
     withShape.shape = &b2shape;
     b2Fixture* fixture = body->CreateFixture(&withShape);
@@ -92,7 +100,7 @@ void addChainPair(MetaShape& shape, const std::vector<Vec2>& vertices, bool clos
             chain.CreateChain(points.data(), count, points[1], points[count - 2]);
         chain.m_radius = GeometryConstants::kPolygonSkinRadius;
         b2Fixture* fixture = addFixture(shape, body, def, chain);
-        if (pass == 1)
+        if (pass == 1 && fixture)
             shape.reverseChainTwins.push_back(fixture);
     }
 }

@@ -9,6 +9,7 @@ target_sources(plaxcore PRIVATE
   geometry/fixturebuilder.cpp geometry/fixturebuilder.h
   geometry/fixturedef.cpp geometry/fixturedef.h
   geometry/geometryconstants.h
+  geometry/massguard.cpp geometry/massguard.h
   geometry/triangulation.cpp geometry/triangulation.h
   geometry/vertexcheck.cpp geometry/vertexcheck.h
 )

@@ -324,3 +324,25 @@ TEST_F(FixtureBuilding, JunkVertexListsNeverTripBox2D)
         m_world.Step(1.0f / 60, 8, 3);
     EXPECT_TRUE(m_body->GetPosition().IsValid());
 }
+
+TEST_F(FixtureBuilding, FixtureWhoseMassBox2DCannotCentreIsSkipped)
+{
+    // A 2 cm square 1.4 km from the origin of a dynamic body: Box2D would lose
+    // the rotational inertia to rounding and assert.
+    LogCapture log;
+    MetaShape& far = shapeOf({{1000, 1000}, {1000.02f, 1000}, {1000.02f, 1000.02f}, {1000, 1000.02f}}, SHAPE_POLYGON, 0);
+    build(far);
+    EXPECT_TRUE(far.createdFixtures.empty());
+    EXPECT_EQ(log.count("too far from its body's origin"), 1);
+
+    // Near the origin the same square is fine, and so is the far one on a static body.
+    MetaShape& near = shapeOf({{1, 1}, {1.02f, 1}, {1.02f, 1.02f}, {1, 1.02f}}, SHAPE_POLYGON, 0);
+    build(near);
+    EXPECT_EQ(near.createdFixtures.size(), 1u);
+    b2BodyDef staticDef;
+    b2Body* ground = m_world.CreateBody(&staticDef);
+    MetaShape& farStatic = shapeOf({{1000, 1000}, {1000.02f, 1000}, {1000.02f, 1000.02f}, {1000, 1000.02f}},
+                                   SHAPE_POLYGON, 0);
+    createFixtures(farStatic, "g", ground, fixtureDefFor(m_fixture), DecompositionMethod::Bayazit);
+    EXPECT_EQ(farStatic.createdFixtures.size(), 1u);
+}
