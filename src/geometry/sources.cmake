@@ -1,1 +1,15 @@
-# Sources of geometry/ are listed here as they are added.
+# Box2D fixture construction from scene fixtures, polygon decomposition.
+target_sources(plaxcore PRIVATE
+  geometry/bayazit.cpp geometry/bayazit.h
+  geometry/convexpiece.cpp geometry/convexpiece.h
+  geometry/decomposition.cpp geometry/decomposition.h
+  geometry/decompositionsettings.cpp geometry/decompositionsettings.h
+  geometry/dvec2.h
+  geometry/edgequad.cpp geometry/edgequad.h
+  geometry/fixturebuilder.cpp geometry/fixturebuilder.h
+  geometry/fixturedef.cpp geometry/fixturedef.h
+  geometry/geometryconstants.h
+  geometry/massguard.cpp geometry/massguard.h
+  geometry/triangulation.cpp geometry/triangulation.h
+  geometry/vertexcheck.cpp geometry/vertexcheck.h
+)

@@ -7,6 +7,7 @@
 
 #include <QCoreApplication>
 
+#include <algorithm>
 #include <cmath>
 
 namespace
@@ -65,7 +66,9 @@ bool MetaShape::setType(int type)
 
 bool MetaShape::setRadius(float radius)
 {
-    if (radius < 0) {
+    // A radius that is not a number or infinite is refused like a negative one:
+    // it could never be built.
+    if (radius < 0 || !std::isfinite(radius)) {
         reportRefusal(tr("Please set a radius value of zero or greater.\nTo create a circle shape, please set a radius "
                          "value greater than 0.005"));
         return false;
@@ -97,15 +100,14 @@ void MetaShape::conformToVertexCount(const QString& fixtureDescription, int shap
             m_radius = 0.5f;
             plaxLog(LOG_WARNING, QStringLiteral("Shape radius set to 0.5: %1:%2 (This happens when a shape has a radius "
                                                 "of zero and only one vertex, to avoid having a zero radius circle.)")
-                                     .arg(fixtureDescription)
-                                     .arg(shapeIndex));
+                                     .arg(fixtureDescription, QString::number(shapeIndex)));
         }
         m_type = SHAPE_CIRCLE;
         plaxLog(LOG_WARNING,
-                QStringLiteral("Shape type forced to circle: %1:%2").arg(fixtureDescription).arg(shapeIndex));
+                QStringLiteral("Shape type forced to circle: %1:%2").arg(fixtureDescription, QString::number(shapeIndex)));
     } else if (count == 2 && (m_type == SHAPE_POLYGON || m_type == SHAPE_LOOP)) {
         m_type = SHAPE_LINE;
-        plaxLog(LOG_WARNING, QStringLiteral("Shape type forced to line: %1:%2").arg(fixtureDescription).arg(shapeIndex));
+        plaxLog(LOG_WARNING, QStringLiteral("Shape type forced to line: %1:%2").arg(fixtureDescription, QString::number(shapeIndex)));
     }
 }
 
@@ -129,6 +131,11 @@ QString MetaShape::typeWord(int type)
     case SHAPE_LOOP: return QStringLiteral("loop");
     default: return QStringLiteral("unknown");
     }
+}
+
+bool MetaShape::isReverseChainTwin(const b2Fixture* fixture) const
+{
+    return fixture && std::find(reverseChainTwins.begin(), reverseChainTwins.end(), fixture) != reverseChainTwins.end();
 }
 
 int MetaShape::typeFromWord(const QString& word)

@@ -56,8 +56,26 @@ public:
     /// Type for a scene-file word; -1 for "unknown" or any other text.
     static int typeFromWord(const QString& word);
 
-    /// Box2D fixtures that the last construction created for this shape.
+    /// Box2D fixtures that construction created for this shape, in creation order.
+    ///
+    /// An unrounded line or loop is built as two one-sided Box2D chains, one
+    /// per direction, so that it collides from both sides; both are listed
+    /// here, the forward chain first. Writers that want one record per scene
+    /// shape skip the fixtures for which isReverseChainTwin() is true.
     std::vector<b2Fixture*> createdFixtures;
+    /// The reverse-direction twins among createdFixtures (see there).
+    std::vector<b2Fixture*> reverseChainTwins;
+
+    /// True when the fixture is the reverse-direction twin of a line or loop
+    /// chain built for this shape (its vertices are the forward chain's reversed).
+    bool isReverseChainTwin(const b2Fixture* fixture) const;
+    /// Forgets the created fixtures and their twin marks (the fixtures themselves
+    /// belong to their Box2D body).
+    void clearCreatedFixtures()
+    {
+        createdFixtures.clear();
+        reverseChainTwins.clear();
+    }
 
 private:
     friend class MetaFixture;

@@ -1,0 +1,2 @@
+# Geometry benchmarks: polygon decomposition and the self-intersection check.
+target_sources(plax-bench PRIVATE ${CMAKE_CURRENT_SOURCE_DIR}/geometry/decomposition_bench.cpp)

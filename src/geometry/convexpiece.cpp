@@ -1,0 +1,70 @@
+#include "geometry/convexpiece.h"
+
+#include "geometry/geometryconstants.h"
+#include "geometry/vertexcheck.h"
+
+#include <cmath>
+
+using namespace GeometryConstants;
+
+double signedArea(const std::vector<DVec2>& ring)
+{
+    const size_t n = ring.size();
+    if (n < 3)
+        return 0;
+    // Relative to the first point, which keeps the sum accurate far from the origin.
+    const DVec2 origin = ring[0];
+    double twice = 0;
+    for (size_t i = 1; i + 1 < n; ++i)
+        twice += cross(ring[i] - origin, ring[i + 1] - origin);
+    return 0.5 * twice;
+}
+
+double signedArea(const std::vector<Vec2>& ring)
+{
+    std::vector<DVec2> wide;
+    wide.reserve(ring.size());
+    for (const Vec2& v : ring)
+        wide.push_back(DVec2::from(v));
+    return signedArea(wide);
+}
+
+PieceCheck checkConvexPiece(const std::vector<DVec2>& piece)
+{
+    const size_t n = piece.size();
+    if (n < 3)
+        return PieceCheck::BadCount;
+    if (!(signedArea(piece) > kDegenerateArea))
+        return PieceCheck::SmallArea;
+    for (size_t i = 0; i < n; ++i) {
+        const DVec2 a = piece[(i + n - 1) % n];
+        const DVec2 b = piece[i];
+        const DVec2 c = piece[(i + 1) % n];
+        const DVec2 e1 = b - a;
+        const DVec2 e2 = c - b;
+        const double lengths = std::sqrt((e1.x * e1.x + e1.y * e1.y) * (e2.x * e2.x + e2.y * e2.y));
+        if (!(cross(e1, e2) > kColinearSine * lengths))
+            return PieceCheck::CoLinear;
+    }
+    return PieceCheck::Ok;
+}
+
+PieceCheck checkBox2DPolygon(const std::vector<Vec2>& piece)
+{
+    const size_t n = piece.size();
+    if (n < 3 || n > static_cast<size_t>(kMaxPolygonVertices) || !verticesUsable(piece))
+        return PieceCheck::BadCount;
+    for (size_t i = 0; i < n; ++i) {
+        for (size_t j = i + 1; j < n; ++j) {
+            const float dx = piece[i].x - piece[j].x;
+            const float dy = piece[i].y - piece[j].y;
+            if (dx * dx + dy * dy < kWeldDistanceSquared)
+                return PieceCheck::SmallArea;
+        }
+    }
+    std::vector<DVec2> wide;
+    wide.reserve(n);
+    for (const Vec2& v : piece)
+        wide.push_back(DVec2::from(v));
+    return checkConvexPiece(wide);
+}

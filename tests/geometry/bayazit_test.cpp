@@ -1,0 +1,113 @@
+// Bayazit's convex decomposition on double-precision rings.
+#include "geometrytestutil.h"
+
+#include "geometry/bayazit.h"
+#include "geometry/convexpiece.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace
+{
+std::vector<DVec2> wide(const std::vector<Vec2>& ring)
+{
+    std::vector<DVec2> out;
+    for (const Vec2& v : ring)
+        out.push_back(DVec2::from(v));
+    return out;
+}
+
+double totalArea(const std::vector<std::vector<DVec2>>& pieces)
+{
+    double sum = 0;
+    for (const auto& p : pieces)
+        sum += signedArea(p);
+    return sum;
+}
+} // namespace
+
+TEST(Bayazit, ConvexRingIsOnePiece)
+{
+    std::vector<std::vector<DVec2>> pieces;
+    const auto ring = wide(TestRings::regular(12));
+    ASSERT_TRUE(bayazitDecompose(ring, pieces));
+    ASSERT_EQ(pieces.size(), 1u);
+    EXPECT_EQ(pieces[0], ring);
+}
+
+TEST(Bayazit, LShapeSplitsAtTheReflexVertexByADiagonal)
+{
+    const std::vector<DVec2> ring{{0, 0}, {2, 0}, {2, 1}, {1, 1}, {1, 2}, {0, 2}};
+    std::vector<std::vector<DVec2>> pieces;
+    ASSERT_TRUE(bayazitDecompose(ring, pieces));
+    ASSERT_EQ(pieces.size(), 2u);
+    for (const auto& p : pieces) {
+        EXPECT_EQ(checkConvexPiece(p), PieceCheck::Ok);
+        // A diagonal split adds no point: every piece vertex is a ring vertex.
+        for (const DVec2& v : p)
+            EXPECT_NE(std::find(ring.begin(), ring.end(), v), ring.end());
+    }
+    EXPECT_NEAR(totalArea(pieces), 3.0, 1e-12);
+}
+
+TEST(Bayazit, NotchWithNoVertexBetweenHitsUsesMidpointSteinerPoint)
+{
+    // Both edges at the notch tip, cast forward, hit the bottom edge (at x = 10/3
+    // and x = 20/3); no vertex lies between, so the split point is (5, 0).
+    const std::vector<DVec2> ring{{0, 0}, {10, 0}, {10, 4}, {5, 1}, {0, 4}};
+    std::vector<std::vector<DVec2>> pieces;
+    ASSERT_TRUE(bayazitDecompose(ring, pieces));
+    ASSERT_EQ(pieces.size(), 2u);
+    for (const auto& p : pieces) {
+        EXPECT_EQ(checkConvexPiece(p), PieceCheck::Ok);
+        const bool hasSteiner = std::any_of(p.begin(), p.end(), [](const DVec2& v) {
+            return std::fabs(v.x - 5) < 1e-9 && std::fabs(v.y) < 1e-9;
+        });
+        EXPECT_TRUE(hasSteiner);
+    }
+    EXPECT_NEAR(totalArea(pieces), 25.0, 1e-9);
+}
+
+TEST(Bayazit, CombGivesConvexPiecesCoveringTheRing)
+{
+    const auto ring = TestRings::comb(10);
+    std::vector<std::vector<DVec2>> pieces;
+    ASSERT_TRUE(bayazitDecompose(wide(ring), pieces));
+    EXPECT_GE(pieces.size(), 10u);
+    for (const auto& p : pieces)
+        EXPECT_EQ(checkConvexPiece(p), PieceCheck::Ok);
+    EXPECT_NEAR(totalArea(pieces), TestRings::area(ring), 1e-6);
+}
+
+TEST(Bayazit, RefusesClockwiseDegenerateAndShortRings)
+{
+    std::vector<std::vector<DVec2>> pieces;
+    EXPECT_FALSE(bayazitDecompose(wide(TestRings::reversed(TestRings::comb(3))), pieces));
+    EXPECT_TRUE(pieces.empty());
+    EXPECT_FALSE(bayazitDecompose({{0, 0}, {1, 0}, {2, 0}, {3, 0}}, pieces));
+    EXPECT_FALSE(bayazitDecompose({{0, 0}, {1, 0}}, pieces));
+    EXPECT_FALSE(bayazitDecompose({{0, 0}, {1, 0}, {std::numeric_limits<double>::infinity(), 1}}, pieces));
+}
+
+TEST(Bayazit, NonSimpleRingsEndWithoutHanging)
+{
+    // Self-overlapping rings: whatever the outcome, the call returns and any
+    // pieces it gives are rings of at least three points.
+    std::mt19937 rng(3);
+    std::uniform_real_distribution<double> coord(-5, 5);
+    for (int trial = 0; trial < 300; ++trial) {
+        std::vector<DVec2> ring;
+        for (int i = 0; i < 4 + trial % 20; ++i)
+            ring.push_back({coord(rng), coord(rng)});
+        std::vector<std::vector<DVec2>> pieces;
+        if (bayazitDecompose(ring, pieces)) {
+            for (const auto& p : pieces)
+                EXPECT_GE(p.size(), 3u);
+        } else {
+            EXPECT_TRUE(pieces.empty());
+        }
+    }
+}

@@ -1,0 +1,87 @@
+// Self-intersection test of fixture vertex rings.
+#include "geometrytestutil.h"
+
+#include "model/metafixture.h"
+#include "model/ringcheck.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+TEST(RingCheck, SimpleRingsDoNotIntersect)
+{
+    EXPECT_FALSE(ringSelfIntersects(TestRings::square()));
+    EXPECT_FALSE(ringSelfIntersects(TestRings::star(7)));
+    EXPECT_FALSE(ringSelfIntersects(TestRings::comb(12)));
+    EXPECT_FALSE(ringSelfIntersects(TestRings::reversed(TestRings::comb(5))));
+    EXPECT_FALSE(ringSelfIntersects(TestRings::withMidpoints(TestRings::regular(9))));
+}
+
+TEST(RingCheck, ShortRingsNeverIntersect)
+{
+    EXPECT_FALSE(ringSelfIntersects({}));
+    EXPECT_FALSE(ringSelfIntersects({{0, 0}, {1, 1}}));
+    EXPECT_FALSE(ringSelfIntersects({{0, 0}, {1, 0}, {2, 0}}));
+}
+
+TEST(RingCheck, CrossingEdgesDetected)
+{
+    // Bow tie: edges 0-1 and 2-3 cross.
+    EXPECT_TRUE(ringSelfIntersects({{0, 0}, {1, 1}, {1, 0}, {0, 1}}));
+    // The closing edge crosses an inner edge.
+    EXPECT_TRUE(ringSelfIntersects({{0, 0}, {2, 0}, {2, 2}, {1, -1}, {0, 2}}));
+}
+
+TEST(RingCheck, TouchingCountsAsIntersecting)
+{
+    // Vertex 3 lies on edge 0-1 (a self-touching ring).
+    EXPECT_TRUE(ringSelfIntersects({{0, 0}, {2, 0}, {2, 2}, {1, 0}, {0, 2}}));
+    // Two vertices at the same place, not consecutive.
+    EXPECT_TRUE(ringSelfIntersects({{0, 0}, {1, 0}, {1, 1}, {0, 0}, {-1, 1}, {-1, 0}}));
+    // Collinear overlap of non-adjacent edges.
+    EXPECT_TRUE(ringSelfIntersects({{0, 0}, {3, 0}, {3, 1}, {2, 1}, {2, 0}, {1, 0}, {1, 1}, {0, 1}}));
+}
+
+TEST(RingCheck, NonFiniteCoordinatesAreNotFlagged)
+{
+    const float nan = std::numeric_limits<float>::quiet_NaN();
+    EXPECT_FALSE(ringSelfIntersects({{0, 0}, {1, 0}, {nan, 1}, {0, 1}}));
+}
+
+TEST(RingCheck, LargeRingMatchesBruteForce)
+{
+    std::mt19937 rng(7);
+    std::uniform_real_distribution<float> coord(-10, 10);
+    for (int trial = 0; trial < 200; ++trial) {
+        std::vector<Vec2> ring;
+        const int n = 4 + trial % 9;
+        for (int i = 0; i < n; ++i)
+            ring.push_back({coord(rng), coord(rng)});
+        // Brute force: every pair of non-adjacent edges.
+        auto orient = [](Vec2 a, Vec2 b, Vec2 c) {
+            const double v = (double(b.x) - a.x) * (double(c.y) - a.y) - (double(b.y) - a.y) * (double(c.x) - a.x);
+            return (v > 0) - (v < 0);
+        };
+        bool expected = false;
+        for (int i = 0; i < n && !expected; ++i) {
+            for (int j = i + 1; j < n && !expected; ++j) {
+                if (j == i + 1 || (i == 0 && j == n - 1))
+                    continue;
+                Vec2 a = ring[i], b = ring[(i + 1) % n], c = ring[j], d = ring[(j + 1) % n];
+                expected = orient(a, b, c) * orient(a, b, d) < 0 && orient(c, d, a) * orient(c, d, b) < 0;
+            }
+        }
+        // Random float points are never exactly collinear, so proper crossings decide.
+        EXPECT_EQ(ringSelfIntersects(ring), expected) << "trial " << trial;
+    }
+}
+
+TEST(RingCheck, FixtureRecomputesFlagOnSetVertices)
+{
+    MetaFixture fixture;
+    fixture.setVertices({{0, 0}, {1, 1}, {1, 0}, {0, 1}});
+    EXPECT_TRUE(fixture.isSelfIntersecting());
+    fixture.setVertices(TestRings::square());
+    EXPECT_FALSE(fixture.isSelfIntersecting());
+}
