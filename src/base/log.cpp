@@ -1,6 +1,7 @@
 #include "base/log.h"
 
 #include <QByteArray>
+#include <QFileInfo>
 #include <QMutex>
 
 #include <cstdarg>
@@ -77,7 +78,8 @@ void start(const QString& fileName)
     LogState& s = state();
     {
         QMutexLocker lock(&s.mutex);
-        s.fileName = fileName.toLocal8Bit();
+        // Absolute, so that a later change of the current directory does not move the log.
+        s.fileName = QFileInfo(fileName).absoluteFilePath().toLocal8Bit();
         if (std::FILE* f = std::fopen(s.fileName.constData(), "w"))
             std::fclose(f);
         appendToFile(s.fileName, LOG_SYSTEM, "Started log");

@@ -38,6 +38,12 @@ public:
     MetaShape& shape(size_t index) { return m_shapes[index]; }
     /// Appends a shape and returns it.
     MetaShape& addShape(int type, float radius);
+    /// Removes the last shape (if any).
+    void removeLastShape()
+    {
+        if (!m_shapes.empty())
+            m_shapes.pop_back();
+    }
     /// Removes every shape.
     void clearShapes() { m_shapes.clear(); }
 

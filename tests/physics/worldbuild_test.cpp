@@ -1,0 +1,137 @@
+#include "base/flags.h"
+#include "model/metaworld.h"
+#include "physics/worldbuild.h"
+#include "support/logcapture.h"
+
+#include <box2d/box2d.h>
+#include <gtest/gtest.h>
+
+namespace
+{
+MetaFixture* addFixture(MetaWorld& world, MetaBody* body, std::vector<Vec2> vertices, int type, float radius = 0)
+{
+    MetaFixture* f = world.addFixture(body, std::make_unique<MetaFixture>(), 0);
+    f->setVertices(std::move(vertices));
+    f->addShape(type, radius);
+    return f;
+}
+
+MetaBody* addBody(MetaWorld& world, Vec2 position, BodyType type = BodyType::Dynamic)
+{
+    MetaBody* b = world.addBody(std::make_unique<MetaBody>(), 0);
+    b->position = position;
+    b->type = type;
+    return b;
+}
+
+double signedArea(const b2PolygonShape& p)
+{
+    double a = 0;
+    for (int i = 0; i < p.m_count; ++i) {
+        const b2Vec2 u = p.m_vertices[i];
+        const b2Vec2 w = p.m_vertices[(i + 1) % p.m_count];
+        a += double(u.x) * w.y - double(w.x) * u.y;
+    }
+    return a / 2;
+}
+} // namespace
+
+TEST(WorldBuild, BodiesFixturesAndJointsAreTracedToTheScene)
+{
+    MetaWorld scene;
+    MetaBody* ground = addBody(scene, {0, 0}, BodyType::Static);
+    scene.setName(ground, "ground");
+    addFixture(scene, ground, {{-10, 0}, {10, 0}}, SHAPE_LINE);
+    MetaBody* box = addBody(scene, {0, 2});
+    addFixture(scene, box, {{-1, -1}, {1, -1}, {1, 1}, {-1, 1}}, SHAPE_POLYGON);
+    auto joint = std::make_unique<MetaJoint>();
+    joint->type = JOINT_REVOLUTE;
+    joint->bodyA = ground;
+    joint->bodyB = box;
+    scene.addJoint(std::move(joint), 0, "hinge");
+
+    WorldBuild build(scene);
+    build.addScene(scene, {}, "inst/");
+    ASSERT_EQ(build.bodies().size(), 2u);
+    EXPECT_EQ(build.bodies()[0].name, "inst/ground");
+    EXPECT_EQ(build.bodies()[0].body->GetType(), b2_staticBody);
+    // The line is two one-sided chains; only the second is the reverse twin.
+    ASSERT_EQ(build.bodies()[0].fixtures.size(), 2u);
+    EXPECT_FALSE(build.bodies()[0].fixtures[0].reverseTwin);
+    EXPECT_TRUE(build.bodies()[0].fixtures[1].reverseTwin);
+    ASSERT_EQ(build.joints().size(), 1u);
+    EXPECT_EQ(build.joints()[0].bodyIndexA, 0);
+    EXPECT_EQ(build.joints()[0].bodyIndexB, 1);
+    EXPECT_EQ(build.joints()[0].name, "inst/hinge");
+    EXPECT_EQ(build.jointIndex(build.joints()[0].joint), 0);
+    EXPECT_TRUE(box->fixtures()[0]->shapes()[0].createdFixtures.empty())
+        << "the scene keeps no pointers into the built world";
+}
+
+TEST(WorldBuild, MassOverrideReplacesTheComputedMass)
+{
+    MetaWorld scene;
+    MetaBody* body = addBody(scene, {0, 0});
+    addFixture(scene, body, {{-1, -1}, {1, -1}, {1, 1}, {-1, 1}}, SHAPE_POLYGON);
+    WorldBuild computed(scene);
+    computed.addScene(scene);
+    EXPECT_NEAR(computed.bodies()[0].body->GetMass(), 4.0f, 1e-4f) << "density 1 over a 2x2 square";
+
+    body->massDataMass = 7;
+    body->massDataI = 3;
+    WorldBuild overridden(scene);
+    overridden.addScene(scene);
+    EXPECT_FLOAT_EQ(overridden.bodies()[0].body->GetMass(), 7.0f);
+    EXPECT_NEAR(overridden.bodies()[0].body->GetInertia(), 3.0f, 1e-5f);
+}
+
+TEST(WorldBuild, MirroredPlacementKeepsPolygonsCounterClockwise)
+{
+    MetaWorld scene;
+    MetaBody* body = addBody(scene, {2, 0});
+    body->angle = 0.3f;
+    addFixture(scene, body, {{0, 0}, {3, 0}, {3, 1}, {1, 1}, {1, 3}, {0, 3}}, SHAPE_POLYGON);
+    WorldBuild build(scene);
+    build.addScene(scene, Placement{{10, 5}, 0.5f, 2, true});
+    const b2Body* b = build.bodies()[0].body;
+    EXPECT_NEAR(b->GetPosition().x, 10 - 4 * std::cos(0.5f), 1e-4f);
+    EXPECT_NEAR(b->GetAngle(), 0.5f - 0.3f, 1e-6f);
+    double area = 0;
+    for (const BuiltFixture& f : build.bodies()[0].fixtures) {
+        ASSERT_EQ(f.fixture->GetType(), b2Shape::e_polygon);
+        const double a = signedArea(*static_cast<const b2PolygonShape*>(f.fixture->GetShape()));
+        EXPECT_GT(a, 0) << "every piece stays counter-clockwise";
+        area += a;
+    }
+    EXPECT_NEAR(area, 5.0 * 4, 1e-3) << "the L of area 5 scaled by 2";
+}
+
+TEST(WorldBuild, CircleScaledBelowTheMinimumIsLeftOut)
+{
+    MetaWorld scene;
+    MetaBody* body = addBody(scene, {0, 0});
+    addFixture(scene, body, {{0, 0}}, SHAPE_CIRCLE, 1);
+    addFixture(scene, body, {{0, 0}, {1, 0}, {0, 1}}, SHAPE_POLYGON);
+    AppFlags::setInvalidSettingsFlag(false);
+    const bool oldSuppress = AppFlags::setSuppressRefusalDialogs(true);
+    WorldBuild build(scene);
+    build.addScene(scene, Placement{{}, 0, 0.001f, false});
+    AppFlags::setSuppressRefusalDialogs(oldSuppress);
+    for (const BuiltFixture& f : build.bodies()[0].fixtures)
+        EXPECT_NE(f.fixture->GetType(), b2Shape::e_circle);
+    EXPECT_TRUE(AppFlags::invalidSettingsFlag());
+    AppFlags::setInvalidSettingsFlag(false);
+}
+
+TEST(WorldBuild, NonFiniteValuesDoNotReachBox2D)
+{
+    MetaWorld scene;
+    MetaBody* body = addBody(scene, {std::nanf(""), INFINITY});
+    body->angle = std::nanf("");
+    body->linearVelocity = {INFINITY, 0};
+    addFixture(scene, body, {{0, 0}, {1, 0}, {0, 1}}, SHAPE_POLYGON);
+    WorldBuild build(scene);
+    build.addScene(scene);
+    EXPECT_EQ(build.bodies()[0].body->GetPosition(), b2Vec2(0, 0));
+    build.world().Step(1 / 60.0f, 8, 3);
+}
