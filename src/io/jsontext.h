@@ -6,8 +6,9 @@
 #include <QString>
 
 /// Serialises a value to UTF-8 text: compact on one line, or pretty printed
-/// with three-space indentation. Non-finite reals cannot be written and make
-/// the result empty.
+/// with three-space indentation, arrays of plain values on one line and a
+/// final newline. Non-finite reals cannot be written and make the result
+/// empty. The walk is recursive: meant for documents this program builds.
 QByteArray jsonToText(const rapidjson::Value& value, bool pretty);
 
 /// Parses untrusted text (iteratively, so deep nesting cannot exhaust the

@@ -229,6 +229,10 @@ TEST(JsonText, CompactPrettyAndParseErrors)
     EXPECT_EQ(jsonToText(document, false), "{\"zeta\":\"\xC3\xBC\",\"alpha\":2}");
     EXPECT_EQ(jsonToText(document, true), "{\n   \"zeta\": \"\xC3\xBC\",\n   \"alpha\": 2\n}\n");
 
+    rapidjson::Document arrays = parse(R"({"list": [1, "a", 2.5], "records": [{"c": []}], "none": {}})");
+    EXPECT_EQ(jsonToText(arrays, true), "{\n   \"list\": [1, \"a\", 2.5],\n   \"records\": [\n      {\n"
+                                        "         \"c\": []\n      }\n   ],\n   \"none\": {}\n}\n");
+
     rapidjson::Document bad;
     QString error;
     EXPECT_FALSE(parseJson("{\"a\": }", &bad, &error));
