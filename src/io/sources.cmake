@@ -1,11 +1,18 @@
 target_sources(plaxcore PRIVATE
+  io/b2djson.cpp io/b2djson.h
+  io/b2djsonimage.cpp io/b2djsonimage.h
+  io/b2djsonobject.cpp io/b2djsonobject.h
   io/bodyrecord.cpp io/bodyrecord.h
   io/customrecord.cpp io/customrecord.h
+  io/exportfilter.cpp io/exportfilter.h
+  io/imagequad.cpp io/imagequad.h
   io/imagerecord.cpp io/imagerecord.h
   io/jointrecord.cpp io/jointrecord.h
   io/jsontext.cpp io/jsontext.h
   io/jsonvalues.cpp io/jsonvalues.h
   io/objectrecord.cpp io/objectrecord.h
+  io/rawinfoexport.cpp io/rawinfoexport.h
+  io/rawinfomembers.cpp io/rawinfomembers.h
   io/rawinfoscene.cpp io/rawinfoscene.h
   io/recordsupport.cpp io/recordsupport.h
   io/recordtext.cpp io/recordtext.h
