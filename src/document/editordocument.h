@@ -4,6 +4,7 @@
 
 #include <memory>
 
+class DocumentScripting;
 class MetaWorld;
 
 /// One open scene: the scene model with its file, and (as the editor grows)
@@ -32,8 +33,16 @@ public:
     /// Writes the scene to a file (atomically).
     bool save(const QString& path) const;
 
+    /// The document's script engine, live script state and script log.
+    DocumentScripting& scripting() { return *m_scripting; }
+
+    /// The document whose script is building or executing now, null otherwise.
+    /// Every script API function acts on this document.
+    static EditorDocument* s_currentScriptContextDocument;
+
 private:
     std::unique_ptr<MetaWorld> m_world;
     QString m_filePath;
     int m_identity;
+    std::unique_ptr<DocumentScripting> m_scripting;
 };

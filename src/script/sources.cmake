@@ -1,1 +1,31 @@
-# Sources of script/ are listed here as they are added.
+target_sources(plaxcore PRIVATE
+  script/batchscript.cpp script/batchscript.h
+  script/documentscripting.cpp script/documentscripting.h
+  script/register_aabb.cpp
+  script/register_addons.cpp
+  script/register_color.cpp
+  script/register_files.cpp
+  script/register_json.cpp
+  script/register_numbers.cpp
+  script/register_print.cpp
+  script/register_vec2.cpp
+  script/scriptaabb.cpp script/scriptaabb.h
+  script/scriptapi.cpp script/scriptapi.h
+  script/scriptapidump.cpp script/scriptapidump.h
+  script/scriptbackground.cpp script/scriptbackground.h
+  script/scriptcolor.cpp script/scriptcolor.h
+  script/scriptcompiletask.cpp script/scriptcompiletask.h
+  script/scriptexecution.cpp script/scriptexecution.h
+  script/scripthooks.h
+  script/scriptlog.cpp script/scriptlog.h
+  script/scriptmessages.cpp script/scriptmessages.h
+  script/scriptmodules.cpp script/scriptmodules.h
+  script/scriptoutput.cpp script/scriptoutput.h
+  script/scriptpreprocessor.cpp script/scriptpreprocessor.h
+  script/scriptregistrar.cpp script/scriptregistrar.h
+  script/scriptregistration.h
+  script/scriptstate.cpp script/scriptstate.h
+  script/scriptuihooks.cpp script/scriptuihooks.h
+  script/scriptvec2.cpp script/scriptvec2.h
+  script/scriptwatchdog.cpp script/scriptwatchdog.h
+)

@@ -1,0 +1,99 @@
+#include "script/scriptlog.h"
+
+#include "base/log.h"
+
+#include <QCryptographicHash>
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QMutex>
+#include <QSettings>
+
+namespace
+{
+QMutex s_rootMutex;
+QString s_rootOverride;
+
+QString timeText()
+{
+    return QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd hh:mm:ss"));
+}
+
+QString defaultBackupsRoot()
+{
+    QSettings settings(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("quoxel2d"), QStringLiteral("plax"));
+    return QFileInfo(settings.fileName()).absolutePath() + QStringLiteral("/backups");
+}
+} // namespace
+
+QString ScriptLog::backupsRoot()
+{
+    QMutexLocker lock(&s_rootMutex);
+    return s_rootOverride.isEmpty() ? defaultBackupsRoot() : s_rootOverride;
+}
+
+void ScriptLog::setBackupsRoot(const QString& path)
+{
+    QMutexLocker lock(&s_rootMutex);
+    s_rootOverride = path;
+}
+
+QString ScriptLog::backupFolderFor(const QString& sceneFilePath)
+{
+    QFileInfo scene(sceneFilePath);
+    QByteArray dirHash = QCryptographicHash::hash(scene.absolutePath().toUtf8(), QCryptographicHash::Md5).toHex();
+    return backupsRoot() + QLatin1Char('/') + scene.completeBaseName() + QLatin1Char('-')
+           + QString::fromLatin1(dirHash.left(8));
+}
+
+void ScriptLog::start(const QString& sceneFilePath)
+{
+    m_path.clear();
+    if (sceneFilePath.isEmpty())
+        return;
+    QString root = backupsRoot();
+    QDir().mkpath(root);
+    if (!QFileInfo(root).isDir()) {
+        plaxLog(LOG_ERROR, QStringLiteral("Could not find backups directory : %1").arg(root));
+        return;
+    }
+    QString folder = backupFolderFor(sceneFilePath);
+    if (!QDir().mkpath(folder)) {
+        plaxLog(LOG_ERROR, QStringLiteral("Could not create backup folder '%1'").arg(folder));
+        return;
+    }
+    m_path = QStringLiteral("%1/%2-scriptLog.rs").arg(folder, QFileInfo(sceneFilePath).fileName());
+    if (QFileInfo::exists(m_path)) {
+        QString stamp = QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd-hhmmsszzz"));
+        QString backup = m_path.chopped(3) + QLatin1Char('-') + stamp + QStringLiteral(".rs");
+        QFile::remove(backup);
+        if (!QFile::copy(m_path, backup))
+            plaxLog(LOG_WARNING, QStringLiteral("Could not back up script log '%1'").arg(m_path));
+    }
+    writeLine(QStringLiteral("//Started script log at %1").arg(timeText()), true);
+}
+
+void ScriptLog::restart()
+{
+    if (!m_path.isEmpty())
+        writeLine(QStringLiteral("//Restarted script log at %1").arg(timeText()), true);
+}
+
+void ScriptLog::append(const QString& scriptText)
+{
+    if (!m_path.isEmpty())
+        writeLine(scriptText, false);
+}
+
+bool ScriptLog::writeLine(const QString& line, bool truncate) const
+{
+    QFile file(m_path);
+    QIODevice::OpenMode mode = QIODevice::WriteOnly | (truncate ? QIODevice::Truncate : QIODevice::Append);
+    if (!file.open(mode)) {
+        plaxLog(LOG_WARNING, QStringLiteral("Could not open file '%1' for writing").arg(m_path));
+        return false;
+    }
+    file.write((line + QLatin1Char('\n')).toUtf8());
+    return true;
+}

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QString>
+
+/// A document's script log: a plaxscript file recording every edit made to
+/// the document, so that the editing can be replayed. It lives in the
+/// document's backup folder as "%1/%2-scriptLog.rs" (folder, scene file name).
+///
+/// Backups are kept next to the user's settings: the backups root is the
+/// folder "backups" in the directory of the application's INI settings file
+/// (QSettings IniFormat, UserScope, "quoxel2d", "plax"), typically
+/// ~/.config/quoxel2d/backups. It is created on first use. Each scene gets a
+/// folder of its own below it, named after the scene's base name plus a short
+/// hash of the scene's directory, so equally named scenes in different
+/// folders do not share a log.
+class ScriptLog
+{
+public:
+    /// The backups root (the override if one is set).
+    static QString backupsRoot();
+    /// Overrides the backups root (tests, portable installs); empty restores the default.
+    static void setBackupsRoot(const QString& path);
+    /// The backup folder of a scene file.
+    static QString backupFolderFor(const QString& sceneFilePath);
+
+    /// Starts the log of a scene: an existing log is first copied to a
+    /// time-stamped backup beside it, then the log is rewritten with the line
+    /// "//Started script log at %1". Does nothing for an empty path.
+    void start(const QString& sceneFilePath);
+    /// Truncates the log and writes "//Restarted script log at %1".
+    void restart();
+    /// Appends a script text as one line. Does nothing before start().
+    void append(const QString& scriptText);
+
+    /// Path of the log file, empty when no log is kept.
+    const QString& path() const { return m_path; }
+
+private:
+    bool writeLine(const QString& line, bool truncate) const;
+
+    QString m_path;
+};

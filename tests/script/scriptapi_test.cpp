@@ -1,0 +1,97 @@
+#include "scripttesting.h"
+
+#include "base/log.h"
+#include "document/editordocument.h"
+#include "script/documentscripting.h"
+#include "script/scriptapi.h"
+#include "script/scriptapidump.h"
+#include "script/scriptregistrar.h"
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+
+using namespace AngelScript;
+
+namespace
+{
+const char* const kSnapshotPath = PLAX_SOURCE_DIR "/tests/script/script_api.expected";
+} // namespace
+
+// The registered API is compared with a checked-in list, so any change to
+// what scripts can call shows up in review. After an intended change, run
+// the test once with PLAX_UPDATE_API_SNAPSHOT=1 to rewrite the list.
+TEST(ScriptApi, MatchesTheSnapshot)
+{
+    EditorDocument document;
+    QString actual = describeScriptApi(document.scripting().engine()).join('\n') + '\n';
+    if (qEnvironmentVariableIsSet("PLAX_UPDATE_API_SNAPSHOT")) {
+        QFile file(QString::fromUtf8(kSnapshotPath));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        file.write(actual.toUtf8());
+    }
+    QString expected = readTextFile(QString::fromUtf8(kSnapshotPath));
+    ASSERT_FALSE(expected.isEmpty()) << "missing " << kSnapshotPath;
+    QStringList expectedLines = expected.split('\n');
+    QStringList actualLines = actual.split('\n');
+    for (const QString& line : expectedLines)
+        EXPECT_TRUE(actualLines.contains(line)) << "no longer registered: " << line.toStdString();
+    for (const QString& line : actualLines)
+        EXPECT_TRUE(expectedLines.contains(line)) << "newly registered: " << line.toStdString();
+}
+
+TEST(ScriptApi, RegistrationStepsAreLoggedInOrder)
+{
+    LogCapture capture;
+    EditorDocument document;
+    QStringList steps;
+    for (const QString& text : capture.texts(LOG_DEBUG)) {
+        if (text.startsWith("Initializing") || text.startsWith("Registering"))
+            steps << text;
+    }
+    EXPECT_EQ(steps, QStringList({"Initializing script types", "Registering script types: vec2",
+                                  "Initializing global script functions", "Registering script types: color",
+                                  "Registering script types: aabb", "Registering global script functions"}));
+    EXPECT_TRUE(capture.texts(LOG_FATAL).isEmpty());
+}
+
+TEST(ScriptApi, EveryRegistrationSucceedsAndTwiceIsRefused)
+{
+    asIScriptEngine* engine = asCreateScriptEngine(ANGELSCRIPT_VERSION);
+    ASSERT_NE(engine, nullptr);
+    EXPECT_TRUE(registerScriptApi(engine));
+    {
+        LogCapture capture;
+        // Registering a second time clashes with every declaration and must be reported.
+        engine->SetMessageCallback(asFUNCTION(+[](const asSMessageInfo*, void*) {}), nullptr, asCALL_CDECL);
+        ScriptRegistrar reg(engine);
+        auto registerAgain = [&reg] {
+            reg.global("vec2 mv(float, float)", asFUNCTION(+[](float, float) {}), asCALL_CDECL);
+        };
+#ifdef QT_NO_DEBUG
+        registerAgain();
+        EXPECT_EQ(reg.failures(), 1);
+        EXPECT_TRUE(capture.hasLineStartingWith(LOG_FATAL, "Script registration failed"));
+#else
+        EXPECT_DEATH(registerAgain(), "r >= 0");
+#endif
+    }
+    engine->ShutDownAndRelease();
+}
+
+TEST(ScriptApi, AddOnsAreAvailable)
+{
+    EditorDocument document;
+    bool ok = false;
+    QStringList prints = runAndCollectPrints(document, R"(
+int[] values = {3, 1, 2};
+values.sortAsc();
+print(values[0]); print(values.length());
+dictionary d; d.set('k', 5); int k = 0; d.get('k', k); print(k);
+print(sqrt(16.0f)); print(abs(-2.5f));
+string s = "a,b,c"; print(s.split(',').length()); print(s.substr(2, 1));
+)",
+                                             &ok);
+    EXPECT_TRUE(ok);
+    EXPECT_EQ(prints, QStringList({"1", "3", "5", "4", "2.5", "3", "b"}));
+}

@@ -1,0 +1,104 @@
+#include "scripttesting.h"
+
+#include "document/editordocument.h"
+#include "script/documentscripting.h"
+#include "script/scriptlog.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QTemporaryDir>
+
+namespace
+{
+class ScriptLogTest : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        ASSERT_TRUE(m_root.isValid());
+        ASSERT_TRUE(m_scenes.isValid());
+        ScriptLog::setBackupsRoot(m_root.path());
+    }
+    void TearDown() override { ScriptLog::setBackupsRoot(QString()); }
+
+    QTemporaryDir m_root;
+    QTemporaryDir m_scenes;
+};
+} // namespace
+
+TEST_F(ScriptLogTest, NothingIsKeptWithoutAFileName)
+{
+    ScriptLog log;
+    log.start(QString());
+    log.append("addBody();");
+    log.restart();
+    EXPECT_TRUE(log.path().isEmpty());
+    EXPECT_TRUE(QDir(m_root.path()).isEmpty());
+}
+
+TEST_F(ScriptLogTest, StartWritesTheHeaderAndAppendAddsLines)
+{
+    QString scene = m_scenes.filePath("level.plax");
+    ScriptLog log;
+    log.start(scene);
+    EXPECT_EQ(log.path(), ScriptLog::backupFolderFor(scene) + "/level.plax-scriptLog.rs");
+    EXPECT_TRUE(log.path().startsWith(m_root.path() + "/"));
+    log.append("getBody(1).setAngle(0.5);");
+    log.append("getBody(2).delete();");
+    QStringList lines = readTextFile(log.path()).split('\n');
+    ASSERT_EQ(lines.size(), 4);
+    EXPECT_TRUE(lines[0].startsWith("//Started script log at "));
+    EXPECT_EQ(lines.mid(1), QStringList({"getBody(1).setAngle(0.5);", "getBody(2).delete();", ""}));
+}
+
+TEST_F(ScriptLogTest, StartingAgainBacksUpTheOldLog)
+{
+    QString scene = m_scenes.filePath("level.plax");
+    ScriptLog log;
+    log.start(scene);
+    log.append("first();");
+    QString previous = readTextFile(log.path());
+    log.start(scene);
+    EXPECT_FALSE(readTextFile(log.path()).contains("first();"));
+
+    QStringList backups = QDir(ScriptLog::backupFolderFor(scene))
+                              .entryList({"level.plax-scriptLog-*.rs"}, QDir::Files);
+    ASSERT_EQ(backups.size(), 1);
+    EXPECT_EQ(readTextFile(ScriptLog::backupFolderFor(scene) + "/" + backups.first()), previous);
+}
+
+TEST_F(ScriptLogTest, RestartTruncates)
+{
+    ScriptLog log;
+    log.start(m_scenes.filePath("level.plax"));
+    log.append("first();");
+    log.restart();
+    QString text = readTextFile(log.path());
+    EXPECT_TRUE(text.startsWith("//Restarted script log at "));
+    EXPECT_EQ(text.count('\n'), 1);
+}
+
+TEST_F(ScriptLogTest, EqualNamesInDifferentFoldersGetTheirOwnLogs)
+{
+    EXPECT_NE(ScriptLog::backupFolderFor(m_scenes.filePath("a/level.plax")),
+              ScriptLog::backupFolderFor(m_scenes.filePath("b/level.plax")));
+    EXPECT_EQ(ScriptLog::backupFolderFor(m_scenes.filePath("a/level.plax")),
+              ScriptLog::backupFolderFor(m_scenes.filePath("a/level.plax")));
+}
+
+TEST_F(ScriptLogTest, LoadingADocumentStartsItsLog)
+{
+    QString scene = m_scenes.filePath("saved.plax");
+    {
+        EditorDocument document;
+        if (!document.save(scene))
+            GTEST_SKIP() << "scene files cannot be written yet";
+        EXPECT_TRUE(document.scripting().scriptLog().path().isEmpty());
+    }
+    EditorDocument document;
+    ASSERT_TRUE(document.load(scene));
+    QString path = document.scripting().scriptLog().path();
+    ASSERT_FALSE(path.isEmpty());
+    EXPECT_TRUE(readTextFile(path).startsWith("//Started script log at "));
+}
