@@ -6,7 +6,11 @@
 #include "base/version.h"
 #include "document/editordocument.h"
 #include "document/imagedata.h"
+#include "io/exportfilter.h"
+#include "io/rawinfoexport.h"
 #include "model/metaworld.h"
+#include "physics/worldbuild.h"
+#include "script/batchscript.h"
 
 #include <angelscript.h>
 
@@ -98,15 +102,17 @@ void loadImages(EditorDocument& document, bool verbose)
         refreshImageData(*image, document.filePath());
 }
 
-bool runScripts(EditorDocument&, const QStringList& scriptFiles)
+bool runScripts(EditorDocument& document, const QStringList& scriptFiles)
 {
     for (const QString& script : scriptFiles) {
         if (!checkFile(script, QStringLiteral("Script file '%1' not found.")))
             return false;
-    }
-    if (!scriptFiles.isEmpty()) {
-        plaxLog(LOG_ERROR, "Running scripts (-s) is not supported by this build yet.");
-        return false;
+        bool compiled = false;
+        compileAndRunBatchScript(document, QFileInfo(script).absoluteFilePath(), &compiled);
+        if (!compiled) {
+            plaxLog(LOG_ERROR, QStringLiteral("Failed to compile script '%1'.").arg(script));
+            return false;
+        }
     }
     return true;
 }
@@ -121,21 +127,28 @@ bool writeOutputs(EditorDocument& document, const BatchRequest& request)
             return false;
         }
     }
-    if (!request.exportFile.isEmpty()) {
-        if (Version::kTrial) {
+    if (request.exportFile.isEmpty() && request.sourceFile.isEmpty())
+        return true;
+    if (Version::kTrial) {
+        if (!request.exportFile.isEmpty())
             plaxLog(LOG_ERROR, "Exporting raw info is disabled in the trial version.");
-        } else {
-            plaxLog(LOG_ERROR, "Exporting raw info (-e) is not supported by this build yet.");
+        if (!request.sourceFile.isEmpty())
+            plaxLog(LOG_ERROR, "Exporting source code is disabled in the trial version.");
+        return true;
+    }
+    const MetaWorld& scene = document.world();
+    WorldBuild build(scene);
+    build.addScene(scene);
+    if (!request.exportFile.isEmpty()) {
+        const ExportPropertyFilter filter(scene.excludedJsonExportProperties);
+        if (!writeRawInfoFile(build, scene, filter, request.exportFile)) {
+            plaxLog(LOG_ERROR, QStringLiteral("Failed to export raw info to '%1'.").arg(request.exportFile));
             return false;
         }
     }
-    if (!request.sourceFile.isEmpty()) {
-        if (Version::kTrial) {
-            plaxLog(LOG_ERROR, "Exporting source code is disabled in the trial version.");
-        } else {
-            plaxLog(LOG_ERROR, "Exporting source code (-c) is not supported by this build yet.");
-            return false;
-        }
+    if (!request.sourceFile.isEmpty() && !writeSourceCodeFile(build, request.sourceFile)) {
+        plaxLog(LOG_ERROR, QStringLiteral("Failed to export source code to '%1'.").arg(request.sourceFile));
+        return false;
     }
     return true;
 }
