@@ -50,7 +50,8 @@ std::vector<MalformedCase> cases()
         {"topNumber", "42", false},
         {"metaworldString", "{\"metaworld\": \"scene\"}", false},
         {"metaworldArray", "{\"metaworld\": [1]}", false},
-        {"metaworldNull", "{\"metaworld\": null}", false},
+        // A null "metaworld" marks raw info, which may be empty.
+        {"metaworldNull", "{\"metaworld\": null}", true},
         {"deepArray", nested(100000, "[", "]"), false},
         {"deepObjectInMetaworld",
          sceneText("\"customProperties\": " + nested(50000, "[{\"a\":", "}]", "0")), true},
