@@ -9,6 +9,7 @@
 #include <QDir>
 #include <QFile>
 #include <QMutex>
+#include <QRegularExpression>
 #include <QSaveFile>
 #include <QTemporaryDir>
 
@@ -23,6 +24,18 @@ bool writeAtomically(const QString& path, const QByteArray& text, const char* wh
         return false;
     }
     return true;
+}
+// Box2D 2.4.1 dumps a chain as CreateChain(vs, n) followed by assignments
+// of its neighbour vertices, but 2.4.1 has no two-argument CreateChain: the
+// neighbours are arguments. Rewrite the calls so the source compiles.
+QByteArray repairChainCalls(const QByteArray& dump)
+{
+    static const QRegularExpression call(
+        QStringLiteral("shape\\.CreateChain\\(vs, (\\d+)\\);\\s*shape\\.m_prevVertex\\.Set\\(([^)]*)\\);\\s*"
+                       "shape\\.m_nextVertex\\.Set\\(([^)]*)\\);"));
+    QString text = QString::fromUtf8(dump);
+    text.replace(call, QStringLiteral("shape.CreateChain(vs, \\1, b2Vec2(\\2), b2Vec2(\\3));"));
+    return text.toUtf8();
 }
 } // namespace
 
@@ -58,7 +71,7 @@ QByteArray sourceCodeText(WorldBuild& build)
     build.world().Dump();
     QDir::setCurrent(previous);
     QFile dump(QDir(scratch.path()).filePath(QStringLiteral("box2d_dump.inl")));
-    return dump.open(QIODevice::ReadOnly) ? dump.readAll() : QByteArray();
+    return dump.open(QIODevice::ReadOnly) ? repairChainCalls(dump.readAll()) : QByteArray();
 }
 
 bool writeSourceCodeFile(WorldBuild& build, const QString& path)
