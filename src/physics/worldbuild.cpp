@@ -2,6 +2,7 @@
 
 #include "base/log.h"
 #include "geometry/fixturebuilder.h"
+#include "geometry/decompositionsettings.h"
 #include "geometry/fixturedef.h"
 #include "model/metaworld.h"
 #include "physics/jointbuilder.h"
@@ -63,7 +64,8 @@ void applyMassOverride(b2Body* b2body, const MetaBody& body, const Placement& p)
     b2body->SetMassData(&mass);
 }
 
-void buildFixtures(BuiltBody& built, const MetaBody& body, const Placement& p, const QString& prefix)
+void buildFixtures(BuiltBody& built, const MetaBody& body, const Placement& p, const QString& prefix,
+                   DecompositionMethod method)
 {
     for (const auto& fixture : body.fixtures()) {
         const QString description = fixture->description();
@@ -78,7 +80,7 @@ void buildFixtures(BuiltBody& built, const MetaBody& body, const Placement& p, c
             MetaShape& shape = source->shape(i);
             shape.createdFixtures.clear();
             shape.reverseChainTwins.clear();
-            createFixtures(shape, description, built.body, def);
+            createFixtures(shape, description, built.body, def, method);
             for (b2Fixture* f : shape.createdFixtures) {
                 const bool twin = std::find(shape.reverseChainTwins.begin(), shape.reverseChainTwins.end(), f) !=
                                   shape.reverseChainTwins.end();
@@ -95,6 +97,11 @@ void buildFixtures(BuiltBody& built, const MetaBody& body, const Placement& p, c
 } // namespace
 
 WorldBuild::WorldBuild(const MetaWorld& settingsSource)
+    : WorldBuild(settingsSource, DecompositionSettings::method())
+{
+}
+
+WorldBuild::WorldBuild(const MetaWorld& settingsSource, DecompositionMethod method) : m_method(method)
 {
     const WorldSettings& s = settingsSource.settings;
     m_world = std::make_unique<b2World>(finiteVec(s.gravity));
@@ -123,7 +130,7 @@ void WorldBuild::addScene(const MetaWorld& scene, const Placement& placement, co
         built.name = prefixed(namePrefix, body->name());
         const b2BodyDef def = bodyDefFor(*body, placement);
         built.body = m_world->CreateBody(&def);
-        buildFixtures(built, *body, placement, namePrefix);
+        buildFixtures(built, *body, placement, namePrefix, m_method);
         applyMassOverride(built.body, *body, placement);
         indexOf[body.get()] = int(m_bodies.size());
         m_bodies.push_back(std::move(built));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "geometry/decomposition.h"
 #include "model/metajoint.h"
 #include "model/metaimage.h"
 #include "physics/placement.h"
@@ -63,8 +64,11 @@ struct BuiltImage
 class WorldBuild
 {
 public:
-    /// An empty world with the scene's gravity and solver flags.
+    /// An empty world with the scene's gravity and solver flags; polygons are
+    /// decomposed by the method of the application settings (read once here).
     explicit WorldBuild(const MetaWorld& settingsSource);
+    /// The same with an explicit decomposition method.
+    WorldBuild(const MetaWorld& settingsSource, DecompositionMethod method);
     ~WorldBuild();
     WorldBuild(const WorldBuild&) = delete;
     WorldBuild& operator=(const WorldBuild&) = delete;
@@ -88,6 +92,7 @@ public:
 
 private:
     std::unique_ptr<b2World> m_world;
+    DecompositionMethod m_method;
     std::vector<BuiltBody> m_bodies;
     std::vector<BuiltJoint> m_joints;
     std::vector<BuiltImage> m_images;
