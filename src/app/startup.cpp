@@ -7,6 +7,7 @@
 #include "base/notify.h"
 #include "base/settings.h"
 #include "base/version.h"
+#include "script/scriptapi.h"
 
 #include <angelscript.h>
 
@@ -146,6 +147,17 @@ int runGui(QApplication& app, int argc, char* argv[], const WorkingDirectory& wd
         formats += QStringLiteral(" %1").arg(QString::fromLatin1(format));
     plaxLog(LOG_DEBUG, QStringLiteral("Supported image formats:%1").arg(formats));
 
+    // A first engine registers the whole script API once, so a broken
+    // registration shows at start-up rather than with the first document.
+    {
+        AngelScript::asIScriptEngine* engine = AngelScript::asCreateScriptEngine(ANGELSCRIPT_VERSION);
+        if (engine) {
+            registerScriptApi(engine);
+            engine->ShutDownAndRelease();
+        } else {
+            plaxLog(LOG_FATAL, "Failed to initialize script engine!");
+        }
+    }
     window.statusBar()->showMessage(QObject::tr("Ready"));
     if (Version::kTrial)
         plaxLog(LOG_INFO, "This is the trial version of P.L.A.X - some features are not available.");
