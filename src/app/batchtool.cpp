@@ -9,6 +9,9 @@
 #include "io/exportfilter.h"
 #include "io/rawinfoexport.h"
 #include "model/metaworld.h"
+#include "objects/instanceattach.h"
+#include "objects/objectexpansion.h"
+#include "objects/objectmanager.h"
 #include "physics/worldbuild.h"
 #include "script/batchscript.h"
 
@@ -102,6 +105,17 @@ void loadImages(EditorDocument& document, bool verbose)
         refreshImageData(*image, document.filePath());
 }
 
+// Attaches the object documents of the scene's instances; they stay attached
+// (and cached) until the returned guard goes, before the document does.
+std::unique_ptr<SceneObjectsAttachment> loadObjects(EditorDocument& document, bool verbose)
+{
+    if (document.world().objects().empty())
+        return nullptr;
+    if (verbose)
+        plaxLog(LOG_ERROR, "Loading objects.");
+    return std::make_unique<SceneObjectsAttachment>(document, ObjectManager::instance());
+}
+
 bool runScripts(EditorDocument& document, const QStringList& scriptFiles)
 {
     for (const QString& script : scriptFiles) {
@@ -137,8 +151,8 @@ bool writeOutputs(EditorDocument& document, const BatchRequest& request)
         return true;
     }
     const MetaWorld& scene = document.world();
-    WorldBuild build(scene);
-    build.addScene(scene);
+    const std::unique_ptr<ExpandedWorld> expanded = buildExportWorld(document);
+    WorldBuild& build = expanded->build();
     if (!request.exportFile.isEmpty()) {
         const ExportPropertyFilter filter(scene.excludedJsonExportProperties);
         if (!writeRawInfoFile(build, scene, filter, request.exportFile)) {
@@ -227,6 +241,7 @@ int runBatchTool(const QStringList& arguments)
         return 1;
     }
     loadImages(document, request.verbose);
+    const std::unique_ptr<SceneObjectsAttachment> objects = loadObjects(document, request.verbose);
     if (!runScripts(document, request.scriptFiles))
         return 1;
     if (!writeOutputs(document, request))
