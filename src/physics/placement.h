@@ -22,9 +22,12 @@ struct Placement
     /// The angle of a rotated frame of the object in the placing scene.
     float applyToAngle(float theta) const { return flip ? angle - theta : angle + theta; }
     /// A point in a body's local frame: only scaled and mirrored (the body frame carries the rotation).
-    Vec2 applyToLocalPoint(Vec2 q) const { return {scale * (flip ? -q.x : q.x), scale * q.y}; }
+    Vec2 applyToLocalPoint(Vec2 q) const { return {scale * (flip ? mirrored(q.x) : q.x), scale * q.y}; }
     /// A relative angle or angular speed: mirrored, never rotated.
-    float applyToRelativeAngle(float a) const { return flip ? -a : a; }
+    float applyToRelativeAngle(float a) const { return flip ? mirrored(a) : a; }
+
+    /// A mirrored coordinate: 0 stays +0, so mirrored zeros are written as 0, not -0.
+    static float mirrored(float v) { return 0.0f - v; }
 
     /// True for the placement that changes nothing.
     bool isIdentity() const { return position == Vec2{} && angle == 0 && scale == 1 && !flip; }

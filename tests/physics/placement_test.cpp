@@ -26,6 +26,14 @@ TEST(Placement, MirrorsThenScalesThenRotatesThenMoves)
     EXPECT_NEAR(p.applyToRelativeAngle(0.25f), -0.25f, 1e-6f);
 }
 
+TEST(Placement, MirroredZerosArePositive)
+{
+    const Placement mirror{{}, 0, 1, true};
+    EXPECT_FALSE(std::signbit(mirror.applyToRelativeAngle(0)));
+    EXPECT_FALSE(std::signbit(mirror.applyToLocalPoint({0, 1}).x));
+    EXPECT_EQ(mirror.applyToLocalPoint({2, 1}).x, -2);
+}
+
 TEST(Placement, CompositionEqualsApplyingInnerThenOuter)
 {
     const Placement outer{{3, -1}, 0.7f, 1.5f, true};
