@@ -173,10 +173,13 @@ rapidjson::Value jointValue(const BuiltJoint& built, const JsonEncoder& enc, con
     m.addInt(value, "bodyA", built.bodyIndexA);
     m.addInt(value, "bodyB", built.bodyIndexB);
     m.addBool(value, "collideConnected", j.collideConnected);
-    switch (j.type) {
-    case JOINT_REVOLUTE:
+    // Every joint type a scene holds starts with its two anchors.
+    if (!MetaJoint::typeWord(j.type).isEmpty()) {
         m.addVec2(value, "anchorA", j.anchorA);
         m.addVec2(value, "anchorB", j.anchorB);
+    }
+    switch (j.type) {
+    case JOINT_REVOLUTE:
         m.addFloat(value, "refAngle", j.referenceAngle);
         m.addFloat(value, "jointSpeed", static_cast<const b2RevoluteJoint*>(built.joint)->GetJointSpeed());
         m.addBool(value, "enableLimit", j.enableLimit);
@@ -187,8 +190,6 @@ rapidjson::Value jointValue(const BuiltJoint& built, const JsonEncoder& enc, con
         m.addFloat(value, "maxMotorTorque", j.maxMotorTorque);
         break;
     case JOINT_PRISMATIC:
-        m.addVec2(value, "anchorA", j.anchorA);
-        m.addVec2(value, "anchorB", j.anchorB);
         m.addVec2(value, "localAxisA", j.localAxisA);
         m.addFloat(value, "refAngle", j.referenceAngle);
         m.addBool(value, "enableLimit", j.enableLimit);
@@ -199,35 +200,25 @@ rapidjson::Value jointValue(const BuiltJoint& built, const JsonEncoder& enc, con
         m.addFloat(value, "motorSpeed", j.motorSpeed);
         break;
     case JOINT_DISTANCE:
-        m.addVec2(value, "anchorA", j.anchorA);
-        m.addVec2(value, "anchorB", j.anchorB);
         m.addFloat(value, "length", j.length);
         m.addFloat(value, "frequency", j.frequency);
         m.addFloat(value, "dampingRatio", j.dampingRatio);
         break;
     case JOINT_ROPE:
-        m.addVec2(value, "anchorA", j.anchorA);
-        m.addVec2(value, "anchorB", j.anchorB);
         m.addFloat(value, "maxLength", j.maxLength);
         break;
     case JOINT_WELD:
-        m.addVec2(value, "anchorA", j.anchorA);
-        m.addVec2(value, "anchorB", j.anchorB);
         m.addFloat(value, "refAngle", j.referenceAngle);
         m.addFloat(value, "frequency", j.frequency);
         m.addFloat(value, "dampingRatio", j.dampingRatio);
         break;
     case JOINT_MOTOR:
-        m.addVec2(value, "anchorA", j.anchorA);
-        m.addVec2(value, "anchorB", j.anchorB);
         m.addFloat(value, "refAngle", j.referenceAngle);
         m.addFloat(value, "maxForce", j.maxForce);
         m.addFloat(value, "maxTorque", j.maxTorque);
         m.addFloat(value, "correctionFactor", j.correctionFactor);
         break;
     case JOINT_WHEEL:
-        m.addVec2(value, "anchorA", j.anchorA);
-        m.addVec2(value, "anchorB", j.anchorB);
         m.addVec2(value, "localAxisA", j.localAxisA);
         m.addBool(value, "enableMotor", j.enableMotor);
         m.addFloat(value, "motorSpeed", j.motorSpeed);
@@ -236,8 +227,6 @@ rapidjson::Value jointValue(const BuiltJoint& built, const JsonEncoder& enc, con
         m.addFloat(value, "springDampingRatio", j.springDampingRatio);
         break;
     case JOINT_FRICTION:
-        m.addVec2(value, "anchorA", j.anchorA);
-        m.addVec2(value, "anchorB", j.anchorB);
         m.addFloat(value, "maxForce", j.maxForce);
         m.addFloat(value, "maxTorque", j.maxTorque);
         break;

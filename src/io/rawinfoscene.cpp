@@ -145,12 +145,6 @@ MetaBody* readBody(const Value& record, MetaWorld& world)
     return added;
 }
 
-JointType jointTypeFromText(const QString& text)
-{
-    const JointType sceneType = MetaJoint::typeFromWord(text);
-    return sceneType;
-}
-
 MetaBody* bodyAt(const std::vector<MetaBody*>& bodies, const Value& record, const char* key, const char* which)
 {
     const int index = readInt(record, key, -1);
@@ -166,7 +160,7 @@ MetaBody* bodyAt(const std::vector<MetaBody*>& bodies, const Value& record, cons
 void readJoint(const Value& record, MetaWorld& world, const std::vector<MetaBody*>& bodies)
 {
     const QString typeText = readString(record, "type");
-    const JointType type = jointTypeFromText(typeText);
+    const JointType type = MetaJoint::typeFromWord(typeText);
     if (type == JOINT_UNKNOWN) {
         plaxLog(LOG_WARNING, QStringLiteral("Ignoring joint of a type a scene cannot hold: %1").arg(typeText));
         return;
