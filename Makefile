@@ -26,7 +26,8 @@ run: build
 	  cd $(BUILD) && ./plax; \
 	else \
 	  echo "No display found: running the batch tool on $(EXAMPLE)"; \
-	  ./$(BUILD)/plax -v -i $(EXAMPLE) -r $(BUILD)/demo-resaved.plax; \
+	  ./$(BUILD)/plax -v -i $(EXAMPLE) -r $(BUILD)/demo-resaved.plax -e $(BUILD)/demo-rawinfo.json && \
+	  echo "Wrote $(BUILD)/demo-resaved.plax and $(BUILD)/demo-rawinfo.json"; \
 	fi
 
 test: build
