@@ -1,6 +1,6 @@
 // The polygon pipeline: refusals, Bayazit with fallback, splits, messages, settings.
 #include "geometrytestutil.h"
-#include "logcapture.h"
+#include "support/logcapture.h"
 
 #include "geometry/decomposition.h"
 #include "geometry/decompositionsettings.h"
@@ -72,7 +72,7 @@ TEST(Decomposition, SelfIntersectingRefusedForBothMethods)
         auto result = decomposeAndLog(TestRings::square(), method, true);
         EXPECT_EQ(result.refusal, PolygonDecomposition::Refusal::SelfIntersecting);
         EXPECT_TRUE(result.pieces.empty());
-        EXPECT_EQ(log.at(LOG_WARNING), QStringList{"Aborting polygon decomposition for self-intersecting fixture: b/f"});
+        EXPECT_EQ(log.texts(LOG_WARNING), QStringList{"Aborting polygon decomposition for self-intersecting fixture: b/f"});
     }
 }
 
@@ -82,8 +82,8 @@ TEST(Decomposition, CoincidentVerticesRefusedBeforeAnythingElse)
     auto result = decomposeAndLog({{0, 0}, {1, 0}, {1, 1}, {0, 0.001f}}, DecompositionMethod::Bayazit, true);
     EXPECT_EQ(result.refusal, PolygonDecomposition::Refusal::CoincidentVertices);
     EXPECT_TRUE(result.pieces.empty());
-    EXPECT_EQ(log.at(LOG_DEBUG), QStringList{"Vertices are too close at (0.000000,0.001000) (0.000000,0.000000)"});
-    EXPECT_EQ(log.at(LOG_WARNING),
+    EXPECT_EQ(log.texts(LOG_DEBUG), QStringList{"Vertices are too close at (0.000000,0.001000) (0.000000,0.000000)"});
+    EXPECT_EQ(log.texts(LOG_WARNING),
               QStringList{"Aborting polygon fixture creation due to coincident vertices in fixture: b/f"});
 }
 
@@ -94,7 +94,7 @@ TEST(Decomposition, InvalidCoordinatesRefused)
         auto result = decomposeAndLog({{0, 0}, {1, 0}, {bad, 1}}, DecompositionMethod::Bayazit);
         EXPECT_EQ(result.refusal, PolygonDecomposition::Refusal::InvalidCoordinates);
         EXPECT_TRUE(result.pieces.empty());
-        EXPECT_EQ(log.count("invalid vertex coordinates"), 1);
+        EXPECT_EQ(log.count(0, "invalid vertex coordinates"), 1);
     }
 }
 
@@ -106,7 +106,7 @@ TEST(Decomposition, ClockwiseFallsBackWithWindingReason)
     EXPECT_EQ(result.bayazitFailure, BayazitFailure::Winding);
     EXPECT_TRUE(result.triangulated);
     EXPECT_EQ(result.pieces.size(), ring.size() - 2);
-    EXPECT_EQ(log.at(LOG_WARNING), (QStringList{kFallback, kWinding}));
+    EXPECT_EQ(log.texts(LOG_WARNING), (QStringList{kFallback, kWinding}));
 }
 
 TEST(Decomposition, CollinearVerticesFallBackWithCoLinearReason)
@@ -115,7 +115,7 @@ TEST(Decomposition, CollinearVerticesFallBackWithCoLinearReason)
     auto result = decomposeAndLog(TestRings::withMidpoints(TestRings::square()), DecompositionMethod::Bayazit);
     EXPECT_EQ(result.bayazitFailure, BayazitFailure::CoLinear);
     EXPECT_EQ(result.pieces.size(), 6u);
-    EXPECT_EQ(log.at(LOG_WARNING), (QStringList{kFallback, kCoLinear}));
+    EXPECT_EQ(log.texts(LOG_WARNING), (QStringList{kFallback, kCoLinear}));
 }
 
 TEST(Decomposition, RectangularCombFallsBackBecauseItsBaseFloorsLineUp)
@@ -135,8 +135,8 @@ TEST(Decomposition, TinyTriangleFallsBackAndIsSkippedWithMessage)
     EXPECT_EQ(result.bayazitFailure, BayazitFailure::SmallArea);
     EXPECT_TRUE(result.pieces.empty());
     ASSERT_EQ(result.skippedTriangles.size(), 1u);
-    EXPECT_EQ(log.at(LOG_WARNING), (QStringList{kFallback, kSmallArea}));
-    EXPECT_EQ(log.at(LOG_ERROR), QStringList{"Triangle was not created because the area is too small (body coords): "
+    EXPECT_EQ(log.texts(LOG_WARNING), (QStringList{kFallback, kSmallArea}));
+    EXPECT_EQ(log.texts(LOG_ERROR), QStringList{"Triangle was not created because the area is too small (body coords): "
                                              "(0.0000000.000000),(0.0200000.000000),(0.0100000.000020)"});
 }
 
@@ -150,8 +150,8 @@ TEST(Decomposition, TriangulationOnlyNeverMentionsBayazit)
         EXPECT_EQ(result.bayazitFailure, BayazitFailure::None);
         EXPECT_EQ(result.pieces.size(), ring.size() - 2);
     }
-    EXPECT_EQ(log.count("Bayazit"), 0);
-    EXPECT_TRUE(log.at(LOG_WARNING).isEmpty());
+    EXPECT_EQ(log.count(0, "Bayazit"), 0);
+    EXPECT_TRUE(log.texts(LOG_WARNING).isEmpty());
 }
 
 TEST(DecompositionSettings, ReadsMethodAndAlphaFromApplicationSettings)

@@ -1,6 +1,6 @@
 // Box2D fixtures built from scene shapes on a real world.
 #include "geometrytestutil.h"
-#include "logcapture.h"
+#include "support/logcapture.h"
 
 #include "geometry/fixturebuilder.h"
 #include "geometry/fixturedef.h"
@@ -103,7 +103,7 @@ TEST_F(FixtureBuilding, RoundedLoopSkipsQuadOfZeroLengthEdge)
     MetaShape& shape = shapeOf({{0, 0}, {2, 0}, {2, 0}, {0, 2}}, SHAPE_LOOP, 0.1f);
     build(shape);
     EXPECT_EQ(types(shape), (std::vector{kCircle, kCircle, kCircle, kCircle, kPolygon, kPolygon, kPolygon}));
-    EXPECT_EQ(log.count("Skipping edge quad"), 1);
+    EXPECT_EQ(log.count(0, "Skipping edge quad"), 1);
 }
 
 TEST_F(FixtureBuilding, UnroundedLoopIsTwoChainsInOppositeDirections)
@@ -147,14 +147,14 @@ TEST_F(FixtureBuilding, CoincidentVerticesAbortChainsAndLoops)
     MetaShape& line = shapeOf({{0, 0}, {1, 0}, {1, 1}, {0, 0.003f}}, SHAPE_LINE, 0);
     build(line);
     EXPECT_TRUE(line.createdFixtures.empty());
-    EXPECT_EQ(log.at(LOG_WARNING), QStringList{"Aborting chain fixture creation due to coincident vertices in fixture: b/f"});
-    EXPECT_EQ(log.at(LOG_DEBUG).size(), 1);
+    EXPECT_EQ(log.texts(LOG_WARNING), QStringList{"Aborting chain fixture creation due to coincident vertices in fixture: b/f"});
+    EXPECT_EQ(log.texts(LOG_DEBUG).size(), 1);
 
     log.clear();
     MetaShape& loop = shapeOf({{0, 0}, {1, 0}, {1, 0.001f}, {0, 1}}, SHAPE_LOOP, 0);
     build(loop);
     EXPECT_TRUE(loop.createdFixtures.empty());
-    EXPECT_EQ(log.at(LOG_WARNING), QStringList{"Aborting loop fixture creation due to coincident vertices in fixture: b/f"});
+    EXPECT_EQ(log.texts(LOG_WARNING), QStringList{"Aborting loop fixture creation due to coincident vertices in fixture: b/f"});
 }
 
 TEST_F(FixtureBuilding, TooShortChainsAreRefusedNotAsserted)
@@ -166,7 +166,7 @@ TEST_F(FixtureBuilding, TooShortChainsAreRefusedNotAsserted)
     build(loop);
     EXPECT_TRUE(line.createdFixtures.empty());
     EXPECT_TRUE(loop.createdFixtures.empty());
-    EXPECT_EQ(log.count("too few vertices"), 2);
+    EXPECT_EQ(log.count(0, "too few vertices"), 2);
 }
 
 TEST_F(FixtureBuilding, RoundedSquarePolygonIsOnePiecePlusCirclesAndQuads)
@@ -213,7 +213,7 @@ TEST_F(FixtureBuilding, SelfIntersectingPolygonCreatesNothingWithEitherMethod)
         ASSERT_TRUE(m_fixture.isSelfIntersecting());
         build(shape, method);
         EXPECT_TRUE(shape.createdFixtures.empty());
-        EXPECT_EQ(log.at(LOG_WARNING), QStringList{"Aborting polygon decomposition for self-intersecting fixture: b/f"});
+        EXPECT_EQ(log.texts(LOG_WARNING), QStringList{"Aborting polygon decomposition for self-intersecting fixture: b/f"});
     }
 }
 
@@ -240,7 +240,7 @@ TEST_F(FixtureBuilding, InvalidInputIsRefusedWithAWarning)
         shape.assign(c.type, c.radius);
         build(shape);
         EXPECT_TRUE(shape.createdFixtures.empty());
-        EXPECT_EQ(log.count("Aborting"), 1);
+        EXPECT_EQ(log.count(0, "Aborting"), 1);
     }
     EXPECT_EQ(m_body->GetFixtureList(), nullptr);
 }
@@ -251,7 +251,7 @@ TEST_F(FixtureBuilding, UnknownTypeCreatesNothing)
     LogCapture log;
     build(shape);
     EXPECT_TRUE(shape.createdFixtures.empty());
-    EXPECT_EQ(log.at(LOG_WARNING).size(), 1);
+    EXPECT_EQ(log.texts(LOG_WARNING).size(), 1);
 }
 
 TEST_F(FixtureBuilding, FixtureDefinitionCarriesMaterialAndFilter)
@@ -289,7 +289,7 @@ TEST_F(FixtureBuilding, InvalidMaterialValuesAreSanitised)
     EXPECT_EQ(def.density, 0);
     EXPECT_EQ(def.friction, 0);
     EXPECT_EQ(def.restitution, 0);
-    EXPECT_EQ(log.at(LOG_WARNING).size(), 3);
+    EXPECT_EQ(log.texts(LOG_WARNING).size(), 3);
     m_fixture.density = -4;
     EXPECT_EQ(fixtureDefFor(m_fixture).density, 0);
 }
@@ -333,7 +333,7 @@ TEST_F(FixtureBuilding, FixtureWhoseMassBox2DCannotCentreIsSkipped)
     MetaShape& far = shapeOf({{1000, 1000}, {1000.02f, 1000}, {1000.02f, 1000.02f}, {1000, 1000.02f}}, SHAPE_POLYGON, 0);
     build(far);
     EXPECT_TRUE(far.createdFixtures.empty());
-    EXPECT_EQ(log.count("too far from its body's origin"), 1);
+    EXPECT_EQ(log.count(0, "too far from its body's origin"), 1);
 
     // Near the origin the same square is fine, and so is the far one on a static body.
     MetaShape& near = shapeOf({{1, 1}, {1.02f, 1}, {1.02f, 1.02f}, {1, 1.02f}}, SHAPE_POLYGON, 0);

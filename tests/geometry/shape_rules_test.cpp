@@ -1,5 +1,5 @@
 // Shape type and radius rules, and the load-time repair of shape types.
-#include "logcapture.h"
+#include "support/logcapture.h"
 
 #include "base/flags.h"
 #include "base/notify.h"
@@ -81,7 +81,7 @@ TEST_F(ShapeRules, CircleNeedsRadiusOfAtLeastMinimum)
     LogCapture log;
     EXPECT_FALSE(shape.setType(SHAPE_CIRCLE));
     EXPECT_EQ(shape.type(), SHAPE_POLYGON);
-    EXPECT_EQ(log.at(LOG_ERROR), QStringList{kCircleRefusal});
+    EXPECT_EQ(log.texts(LOG_ERROR), QStringList{kCircleRefusal});
 
     shape.assign(SHAPE_POLYGON, 0.005f);
     EXPECT_TRUE(shape.setType(SHAPE_CIRCLE));
@@ -95,7 +95,7 @@ TEST_F(ShapeRules, PolygonAndLoopNeedThreeVertices)
     EXPECT_FALSE(two.setType(SHAPE_POLYGON));
     EXPECT_FALSE(two.setType(SHAPE_LOOP));
     EXPECT_EQ(two.type(), SHAPE_LINE);
-    EXPECT_EQ(log.at(LOG_ERROR), (QStringList{kPolygonRefusal, kLoopRefusal}));
+    EXPECT_EQ(log.texts(LOG_ERROR), (QStringList{kPolygonRefusal, kLoopRefusal}));
 
     MetaShape& three = shapeWith(3, SHAPE_LINE, 0);
     EXPECT_TRUE(three.setType(SHAPE_POLYGON));
@@ -147,7 +147,7 @@ TEST_F(ShapeRules, NegativeRadiusRefused)
     LogCapture log;
     EXPECT_FALSE(shape.setRadius(-0.1f));
     EXPECT_FLOAT_EQ(shape.radius(), 0.3f);
-    EXPECT_EQ(log.at(LOG_ERROR), QStringList{kNegativeRadius});
+    EXPECT_EQ(log.texts(LOG_ERROR), QStringList{kNegativeRadius});
     ASSERT_EQ(boxes.size(), 1u);
     EXPECT_EQ(boxes[0].text, kNegativeRadius);
 }
@@ -167,7 +167,7 @@ TEST_F(ShapeRules, SmallRadiusOnNonCircleIsStoredWithWarning)
     EXPECT_TRUE(shape.setRadius(0.003f));
     EXPECT_FLOAT_EQ(shape.radius(), 0.003f);
     EXPECT_FALSE(shape.isRounded());
-    EXPECT_EQ(log.at(LOG_WARNING), QStringList{kTakenAsZero});
+    EXPECT_EQ(log.texts(LOG_WARNING), QStringList{kTakenAsZero});
 
     log.clear();
     EXPECT_TRUE(shape.setRadius(0));
@@ -185,7 +185,7 @@ TEST_F(ShapeRules, SmallRadiusOnCircleRefusedAndRecordedWithoutWindow)
     LogCapture log;
     EXPECT_FALSE(shape.setRadius(0.004f));
     EXPECT_FLOAT_EQ(shape.radius(), 0.5f);
-    EXPECT_EQ(log.at(LOG_ERROR), QStringList{kCircleRadius});
+    EXPECT_EQ(log.texts(LOG_ERROR), QStringList{kCircleRadius});
     EXPECT_TRUE(AppFlags::invalidSettingsFlag());
 }
 
@@ -213,7 +213,7 @@ TEST_F(ShapeRules, ConformOneVertexZeroRadiusBecomesHalfRadiusCircle)
         shape.conformToVertexCount("body/fix", 2);
         EXPECT_EQ(shape.type(), SHAPE_CIRCLE);
         EXPECT_FLOAT_EQ(shape.radius(), 0.5f);
-        EXPECT_EQ(log.at(LOG_WARNING),
+        EXPECT_EQ(log.texts(LOG_WARNING),
                   (QStringList{"Shape radius set to 0.5: body/fix:2 (This happens when a shape has a radius of zero "
                                "and only one vertex, to avoid having a zero radius circle.)",
                                "Shape type forced to circle: body/fix:2"}));
@@ -227,14 +227,14 @@ TEST_F(ShapeRules, ConformOneVertexKeepsNonZeroOrNaNRadius)
     shape.conformToVertexCount("f", 0);
     EXPECT_EQ(shape.type(), SHAPE_CIRCLE);
     EXPECT_FLOAT_EQ(shape.radius(), 0.2f);
-    EXPECT_EQ(log.at(LOG_WARNING), QStringList{"Shape type forced to circle: f:0"});
+    EXPECT_EQ(log.texts(LOG_WARNING), QStringList{"Shape type forced to circle: f:0"});
 
     MetaShape& nan = shapeWith(1, SHAPE_LINE, std::numeric_limits<float>::quiet_NaN());
     log.clear();
     nan.conformToVertexCount("f", 1);
     EXPECT_EQ(nan.type(), SHAPE_CIRCLE);
     EXPECT_TRUE(std::isnan(nan.radius()));
-    EXPECT_EQ(log.at(LOG_WARNING), QStringList{"Shape type forced to circle: f:1"});
+    EXPECT_EQ(log.texts(LOG_WARNING), QStringList{"Shape type forced to circle: f:1"});
 }
 
 TEST_F(ShapeRules, ConformTwoVertexPolygonOrLoopBecomesLine)
@@ -244,7 +244,7 @@ TEST_F(ShapeRules, ConformTwoVertexPolygonOrLoopBecomesLine)
         LogCapture log;
         shape.conformToVertexCount("b/f", 3);
         EXPECT_EQ(shape.type(), SHAPE_LINE);
-        EXPECT_EQ(log.at(LOG_WARNING), QStringList{"Shape type forced to line: b/f:3"});
+        EXPECT_EQ(log.texts(LOG_WARNING), QStringList{"Shape type forced to line: b/f:3"});
     }
 }
 
@@ -271,5 +271,5 @@ TEST_F(ShapeRules, ConformDescriptionIsSubstitutedLiterally)
     MetaShape& shape = shapeWith(2, SHAPE_LOOP, 0);
     LogCapture log;
     shape.conformToVertexCount("100%1 body", 7);
-    EXPECT_EQ(log.at(LOG_WARNING), QStringList{"Shape type forced to line: 100%1 body:7"});
+    EXPECT_EQ(log.texts(LOG_WARNING), QStringList{"Shape type forced to line: 100%1 body:7"});
 }

@@ -1,6 +1,6 @@
 // Coincidence check, coordinate check and edge quads.
 #include "geometrytestutil.h"
-#include "logcapture.h"
+#include "support/logcapture.h"
 
 #include "geometry/edgequad.h"
 #include "geometry/vertexcheck.h"
@@ -34,7 +34,7 @@ TEST(CoincidenceCheck, LogsTheFirstPairAtDebugLevel)
 {
     LogCapture log;
     EXPECT_FALSE(passesCoincidenceCheck({{0, 0}, {1, 0}, {1, 0}, {2, 2}}));
-    EXPECT_EQ(log.at(LOG_DEBUG), QStringList{"Vertices are too close at (1.000000,0.000000) (1.000000,0.000000)"});
+    EXPECT_EQ(log.texts(LOG_DEBUG), QStringList{"Vertices are too close at (1.000000,0.000000) (1.000000,0.000000)"});
     log.clear();
     EXPECT_TRUE(passesCoincidenceCheck(TestRings::square()));
     EXPECT_TRUE(log.lines().empty());

@@ -224,55 +224,6 @@ MetaJoint* addJoint(MetaWorld& world, JointType type, MetaBody* a, MetaBody* b)
 }
 } // namespace
 
-LogCapture::LogCapture() : m_lines(std::make_shared<QList<Line>>()), m_oldThreshold(Log::threshold())
-{
-    Log::setThreshold(LOG_DEBUG);
-    std::shared_ptr<QList<Line>> lines = m_lines;
-    Log::setListener([lines](int level, const QString& text) { lines->append({level, text}); });
-}
-
-LogCapture::~LogCapture()
-{
-    Log::setListener({});
-    Log::setThreshold(m_oldThreshold);
-}
-
-QStringList LogCapture::lines(int level) const
-{
-    QStringList result;
-    for (const Line& line : *m_lines) {
-        if (line.level == level)
-            result.append(line.text);
-    }
-    return result;
-}
-
-bool LogCapture::has(int level, const QString& text) const
-{
-    return lines(level).contains(text);
-}
-
-bool LogCapture::contains(int level, const QString& text) const
-{
-    return count(level, text) > 0;
-}
-
-int LogCapture::count(int level, const QString& text) const
-{
-    int n = 0;
-    for (const QString& line : lines(level))
-        n += line.contains(text) ? 1 : 0;
-    return n;
-}
-
-QString LogCapture::dump() const
-{
-    QString text;
-    for (const Line& line : *m_lines)
-        text += QStringLiteral("[%1] %2\n").arg(line.level).arg(line.text);
-    return text;
-}
-
 FlagScope::FlagScope(bool batch, bool verbose) : m_batch(AppFlags::isBatchMode()), m_verbose(AppFlags::isVerbose())
 {
     AppFlags::setBatchMode(batch);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/log.h"
+#include "support/logcapture.h"
 
 #include <QByteArray>
 #include <QString>
@@ -9,34 +10,6 @@
 #include <memory>
 
 class MetaWorld;
-
-/// Collects every log line while it lives (threshold lowered to DEBUG).
-class LogCapture
-{
-public:
-    LogCapture();
-    ~LogCapture();
-
-    /// Lines logged at a level, in order.
-    QStringList lines(int level) const;
-    /// True when some line at the level equals the text.
-    bool has(int level, const QString& text) const;
-    /// True when some line at the level contains the text.
-    bool contains(int level, const QString& text) const;
-    /// Number of lines at the level containing the text.
-    int count(int level, const QString& text) const;
-    /// Every line with its level, for failure messages.
-    QString dump() const;
-
-private:
-    struct Line
-    {
-        int level;
-        QString text;
-    };
-    std::shared_ptr<QList<Line>> m_lines;
-    int m_oldThreshold;
-};
 
 /// Sets the batch and verbose flags for a scope and restores them after.
 class FlagScope

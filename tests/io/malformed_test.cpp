@@ -111,7 +111,7 @@ TEST_P(MalformedScene, LoadsOrFailsCleanly)
     std::unique_ptr<MetaWorld> world = loadSceneFile(path);
     EXPECT_EQ(world != nullptr, c.loads) << log.dump().toStdString();
     if (!world) {
-        EXPECT_FALSE(log.lines(LOG_ERROR).isEmpty()) << "a refused file says why";
+        EXPECT_FALSE(log.texts(LOG_ERROR).isEmpty()) << "a refused file says why";
         return;
     }
     // Whatever was read can be written and read again.

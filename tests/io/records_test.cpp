@@ -57,9 +57,9 @@ TEST_F(RecordTest, UsedIdsAreReplacedWithAWarning)
     EXPECT_TRUE(m_log.has(LOG_WARNING, QStringLiteral("Sampler id 4 is already in use, using id 5")));
 
     // Id 0 allocates without a warning.
-    const int warnings = int(m_log.lines(LOG_WARNING).size());
+    const int warnings = int(m_log.texts(LOG_WARNING).size());
     EXPECT_EQ(readObjectJson(m_world, QStringLiteral("{\"id\": 9}"), 0)->id(), 1u);
-    EXPECT_EQ(m_log.lines(LOG_WARNING).size(), warnings);
+    EXPECT_EQ(m_log.texts(LOG_WARNING).size(), warnings);
 }
 
 TEST_F(RecordTest, UnknownBodyTypeBecomesStatic)
@@ -128,13 +128,13 @@ TEST_F(RecordTest, UnknownPathTypeIsReported)
     EXPECT_EQ(sampler->paths[1].type, -1);
     EXPECT_EQ(sampler->paths[2].type, SHAPE_CIRCLE);
     EXPECT_EQ(sampler->paths[2].controlPoints, (std::vector<Vec2>{{1, 2}}));
-    EXPECT_EQ(m_log.lines(LOG_WARNING), QStringList{QStringLiteral("Unknown path type: spline")});
+    EXPECT_EQ(m_log.texts(LOG_WARNING), QStringList{QStringLiteral("Unknown path type: spline")});
 }
 
 TEST_F(RecordTest, TextThatIsNotAnObjectIsRefused)
 {
     EXPECT_FALSE(readBodyJson(m_world, QStringLiteral("{\"id\": "), 0));
-    const QStringList errors = m_log.lines(LOG_ERROR);
+    const QStringList errors = m_log.texts(LOG_ERROR);
     ASSERT_EQ(errors.size(), 1);
     EXPECT_TRUE(errors[0].startsWith(QStringLiteral("Failed to parse body JSON:\n"))) << errors[0].toStdString();
     EXPECT_GT(errors[0].size(), QStringLiteral("Failed to parse body JSON:\n").size());

@@ -42,8 +42,8 @@ TEST_P(SceneRoundTrip, EveryMemberSurvivesAndResavingIsStable)
     LogCapture log;
     std::unique_ptr<MetaWorld> loaded = loadSceneFile(path("a.plax"));
     ASSERT_TRUE(loaded);
-    EXPECT_TRUE(log.lines(LOG_WARNING).isEmpty()) << log.dump().toStdString();
-    EXPECT_TRUE(log.lines(LOG_ERROR).isEmpty()) << log.dump().toStdString();
+    EXPECT_TRUE(log.texts(LOG_WARNING).isEmpty()) << log.dump().toStdString();
+    EXPECT_TRUE(log.texts(LOG_ERROR).isEmpty()) << log.dump().toStdString();
     expectSameWorld(*original, *loaded);
 
     ASSERT_TRUE(saveSceneFile(*loaded, path("b.plax")));
@@ -117,7 +117,7 @@ TEST_F(SceneFileTest, ProgressLinesFollowBatchAndVerboseFlags)
                                       " Loading custom property definitions", " Loading bodies", " Loading joints",
                                       " Loading images", " Loading samplers", " Loading objects",
                                       " Loading active script", " Post-load setup"};
-        EXPECT_EQ(log.lines(LOG_INFO), expected);
+        EXPECT_EQ(log.texts(LOG_INFO), expected);
         EXPECT_TRUE(log.has(LOG_DEBUG, QStringLiteral(" Opened file OK")));
         EXPECT_TRUE(log.has(LOG_DEBUG, QStringLiteral(" Parsed file OK")));
     }
@@ -125,7 +125,7 @@ TEST_F(SceneFileTest, ProgressLinesFollowBatchAndVerboseFlags)
         FlagScope flags(true, false);
         LogCapture log;
         ASSERT_TRUE(loadText(text));
-        EXPECT_TRUE(log.lines(LOG_INFO).isEmpty());
+        EXPECT_TRUE(log.texts(LOG_INFO).isEmpty());
     }
     {
         FlagScope flags(true, true);

@@ -37,7 +37,7 @@ TEST(IdAllocation, RunsOutAtTheTop)
     addBody(world, 4294967294u);
     LogCapture log;
     EXPECT_EQ(world.allocateId(ItemKind::Body, true), 0u);
-    EXPECT_TRUE(log.contains("No unique body IDs available", LOG_ERROR));
+    EXPECT_TRUE(log.contains(LOG_ERROR, "No unique body IDs available"));
     // Filling from 1 is still refused once the last id is the top one.
     EXPECT_EQ(world.allocateId(ItemKind::Body, false), 0u);
 
@@ -45,7 +45,7 @@ TEST(IdAllocation, RunsOutAtTheTop)
     other.addImage(std::make_unique<MetaImage>(), 4294967293u);
     EXPECT_EQ(other.allocateId(ItemKind::Image, true), 4294967294u);
     EXPECT_EQ(other.allocateId(ItemKind::Image, true), 0u);
-    EXPECT_TRUE(log.contains("No unique image IDs available", LOG_ERROR));
+    EXPECT_TRUE(log.contains(LOG_ERROR, "No unique image IDs available"));
 }
 
 TEST(UniqueNames, FirstUnusedNumberOfThePattern)

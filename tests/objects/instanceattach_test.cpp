@@ -51,7 +51,7 @@ TEST(InstanceAttach, RelativeFilesResolveAgainstTheContainingDocument)
     EXPECT_EQ(front.objectDocument->world().bodies()[0]->name(), "rim");
     // Next to the scene there is no wheel.plax.
     EXPECT_EQ(instanceOf(*doc, 1).objectDocument, nullptr);
-    EXPECT_TRUE(log.contains("Could not load object file: wheel.plax", LOG_WARNING));
+    EXPECT_TRUE(log.contains(LOG_WARNING, "Could not load object file: wheel.plax"));
     EXPECT_EQ(instanceFilePath(front, car.objectDocument->filePath()), folder.path("parts/wheel.plax"));
 
     detachDocumentInstances(*doc, cache);
@@ -131,7 +131,7 @@ TEST(InstanceAttach, AFilePlacingItselfIsALoop)
     ASSERT_NE(outer.objectDocument, nullptr);
     EXPECT_EQ(instanceOf(*outer.objectDocument, 0).objectDocument, nullptr);
     EXPECT_EQ(instanceOf(*outer.objectDocument, 0).parentInstance, &outer);
-    EXPECT_TRUE(log.contains(QString(kLoop).arg("self.plax"), LOG_WARNING));
+    EXPECT_TRUE(log.contains(LOG_WARNING, QString(kLoop).arg("self.plax")));
     detachDocumentInstances(*host, cache);
     EXPECT_EQ(cache.entryCount(), 0);
 }
@@ -154,7 +154,7 @@ TEST(InstanceAttach, ChainBackToAnAncestorStopsThere)
     MetaObject& toA = instanceOf(*toB.objectDocument, 0);
     EXPECT_EQ(toA.objectDocument, nullptr) << "the inner A closes the loop";
     EXPECT_EQ(toA.parentInstance, &toB);
-    EXPECT_TRUE(log.contains(QString(kLoop).arg("a.plax"), LOG_WARNING));
+    EXPECT_TRUE(log.contains(LOG_WARNING, QString(kLoop).arg("a.plax")));
     EXPECT_EQ(cache.referenceCount(b), 1);
 
     detachDocumentInstances(*host, cache);

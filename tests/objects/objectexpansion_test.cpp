@@ -153,7 +153,7 @@ TEST(ObjectExpansion, LoopsAreSkippedWithAWarning)
     auto selfDoc = open(self);
     ASSERT_TRUE(selfDoc);
     EXPECT_EQ(bodyNames(buildExportWorld(*selfDoc, cache)->build()), QStringList({"b"}));
-    EXPECT_TRUE(log.contains(kLoop.arg("self.plax"), LOG_WARNING));
+    EXPECT_TRUE(log.contains(LOG_WARNING, kLoop.arg("self.plax")));
 
     // A places B places A, placed by a host: the inner A is skipped, B expanded.
     log.clear();
@@ -181,8 +181,8 @@ TEST(ObjectExpansion, MissingAndBrokenFilesAreSkipped)
     auto expanded = buildExportWorld(*doc, cache);
     // An unnamed instance is named after its id.
     EXPECT_EQ(bodyNames(expanded->build()), QStringList({"ok/rim", "object4/rim"}));
-    EXPECT_TRUE(log.contains("Could not load file for object during export: nowhere.plax", LOG_WARNING));
-    EXPECT_TRUE(log.contains("Could not load file for object during export: broken.plax", LOG_WARNING));
+    EXPECT_TRUE(log.contains(LOG_WARNING, "Could not load file for object during export: nowhere.plax"));
+    EXPECT_TRUE(log.contains(LOG_WARNING, "Could not load file for object during export: broken.plax"));
 }
 
 TEST(ObjectExpansion, TooSmallCircleIsDroppedAndReported)
@@ -214,7 +214,7 @@ TEST(ObjectExpansion, TooSmallCircleIsDroppedAndReported)
     auto fine = open(folder.write("fine.plax", scene("", instance(1, "big", "ball.plax"))));
     ASSERT_TRUE(fine);
     buildExportWorld(*fine, cache);
-    EXPECT_FALSE(log.contains(objectExpansionTooSmallMessage()));
+    EXPECT_FALSE(log.contains(0, objectExpansionTooSmallMessage()));
 }
 
 TEST(ObjectExpansion, DeepChainsStopAtTheNestingLimit)
@@ -235,12 +235,12 @@ TEST(ObjectExpansion, DeepChainsStopAtTheNestingLimit)
     // The scene's own body, then one per followed nesting level.
     EXPECT_EQ(int(expanded->build().bodies().size()), 1 + kMaxObjectNesting);
     EXPECT_EQ(expanded->expandedInstanceCount(), kMaxObjectNesting);
-    EXPECT_TRUE(log.contains(QStringLiteral("ignoring object file: f%1.plax").arg(kMaxObjectNesting + 1), LOG_WARNING));
+    EXPECT_TRUE(log.contains(LOG_WARNING, QStringLiteral("ignoring object file: f%1.plax").arg(kMaxObjectNesting + 1)));
 
     // Attaching follows the same bound.
     log.clear();
     attachSceneObjects(*doc, cache);
-    EXPECT_TRUE(log.contains(QStringLiteral("ignoring object file: f%1.plax").arg(kMaxObjectNesting + 1), LOG_WARNING));
+    EXPECT_TRUE(log.contains(LOG_WARNING, QStringLiteral("ignoring object file: f%1.plax").arg(kMaxObjectNesting + 1)));
     detachDocumentInstances(*doc, cache);
     expanded.reset();
     EXPECT_EQ(cache.entryCount(), 0);

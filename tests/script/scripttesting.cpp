@@ -11,50 +11,6 @@
 #include <QFile>
 #include <QFileInfo>
 
-LogCapture::LogCapture()
-{
-    Log::setListener([this](int level, const QString& text) {
-        QMutexLocker lock(&m_mutex);
-        m_lines.append({level, text, QThread::currentThread()});
-    });
-}
-
-LogCapture::~LogCapture()
-{
-    Log::setListener({});
-}
-
-QList<CapturedLine> LogCapture::lines() const
-{
-    QMutexLocker lock(&m_mutex);
-    return m_lines;
-}
-
-QStringList LogCapture::texts(int level) const
-{
-    QStringList result;
-    for (const CapturedLine& line : lines()) {
-        if (line.level == level)
-            result << line.text;
-    }
-    return result;
-}
-
-bool LogCapture::hasLineStartingWith(int level, const QString& prefix) const
-{
-    for (const QString& text : texts(level)) {
-        if (text.startsWith(prefix))
-            return true;
-    }
-    return false;
-}
-
-void LogCapture::clear()
-{
-    QMutexLocker lock(&m_mutex);
-    m_lines.clear();
-}
-
 void writeTextFile(const QString& path, const QString& text)
 {
     QDir().mkpath(QFileInfo(path).absolutePath());
