@@ -136,7 +136,7 @@ bool writeOutputs(EditorDocument& document, const BatchRequest& request)
     if (!request.resaveFile.isEmpty()) {
         if (Version::kTrial) {
             plaxLog(LOG_ERROR, "Resaving is disabled in the trial version.");
-        } else if (!document.save(request.resaveFile)) {
+        } else if (!document.save(request.resaveFile, false)) {
             plaxLog(LOG_ERROR, QStringLiteral("Failed to resave scene to '%1'.").arg(request.resaveFile));
             return false;
         }

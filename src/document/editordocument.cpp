@@ -2,10 +2,12 @@
 
 #include "base/flags.h"
 #include "base/log.h"
+#include "editing/modifiedstate.h"
 #include "io/sceneloader.h"
 #include "io/scenewriter.h"
 #include "model/metaworld.h"
 #include "script/documentscripting.h"
+#include "script/scriptbackground.h"
 
 #include <QFileInfo>
 
@@ -16,7 +18,7 @@ namespace
 std::atomic<int> s_nextIdentity{1};
 }
 
-EditorDocument* EditorDocument::s_currentScriptContextDocument = nullptr;
+ScriptDocument* ScriptDocument::s_currentScriptContextDocument = nullptr;
 
 EditorDocument::EditorDocument() : m_world(std::make_unique<MetaWorld>()), m_identity(s_nextIdentity++)
 {
@@ -27,7 +29,9 @@ EditorDocument::EditorDocument() : m_world(std::make_unique<MetaWorld>()), m_ide
 
 EditorDocument::~EditorDocument()
 {
-    // The engine goes first: releasing it discards modules that refer to the scene.
+    // The commands refer to the document; they go before anything else.
+    m_undoStack.clear();
+    // The engine goes next: releasing it discards modules that refer to the scene.
     m_scripting.reset();
 }
 
@@ -39,13 +43,41 @@ bool EditorDocument::load(const QString& path)
     std::unique_ptr<MetaWorld> loaded = loadSceneFile(path);
     if (!loaded)
         return false;
+    m_undoStack.clear();
+    m_selection.clear();
     m_world = std::move(loaded);
     m_filePath = QFileInfo(path).absoluteFilePath();
     m_scripting->scriptLog().start(m_filePath);
+    m_undoStack.setClean();
     return true;
 }
 
-bool EditorDocument::save(const QString& path) const
+bool EditorDocument::save(const QString& path, bool adoptPath)
 {
-    return saveSceneFile(*m_world, path);
+    if (!saveSceneFile(*m_world, path))
+        return false;
+    if (adoptPath) {
+        const QString absolute = QFileInfo(path).absoluteFilePath();
+        if (absolute != m_filePath) {
+            m_filePath = absolute;
+            m_scripting->scriptLog().start(m_filePath);
+        }
+        m_undoStack.setClean();
+    }
+    return true;
+}
+
+bool EditorDocument::isModified() const
+{
+    return ::isModified(m_undoStack);
+}
+
+bool EditorDocument::runCommandScript(const QString& script, const QString& progressText)
+{
+    return ScriptBackground::runOneOffScript(*this, script, QString(), progressText);
+}
+
+void EditorDocument::appendToScriptLog(const QString& script)
+{
+    m_scripting->scriptLog().append(script);
 }

@@ -1,48 +1,70 @@
 #pragma once
 
+#include "editing/editorstate.h"
+#include "editing/selection.h"
+#include "script/scriptdocument.h"
+
 #include <QString>
+#include <QUndoStack>
 
 #include <memory>
 
 class DocumentScripting;
 class MetaWorld;
 
-/// One open scene: the scene model with its file, and (as the editor grows)
-/// its script engine and undo stack. Batch mode and the interface both work
-/// through documents.
-class EditorDocument
+/// One open scene: the scene model with its file, its script engine, its
+/// undo stack, selection and editor state. Batch mode and the interface both
+/// work through documents.
+class EditorDocument : public ScriptDocument
 {
 public:
     /// A document holding a new, empty scene.
     EditorDocument();
-    ~EditorDocument();
+    ~EditorDocument() override;
     EditorDocument(const EditorDocument&) = delete;
     EditorDocument& operator=(const EditorDocument&) = delete;
 
     /// The scene.
-    MetaWorld& world() { return *m_world; }
+    MetaWorld& world() override { return *m_world; }
+    /// The scene (read only).
     const MetaWorld& world() const { return *m_world; }
 
     /// Absolute path of the scene file, empty for a new scene.
-    const QString& filePath() const { return m_filePath; }
+    const QString& filePath() const override { return m_filePath; }
     /// A number unique among the documents of this process.
-    int identity() const { return m_identity; }
+    int identity() const override { return m_identity; }
 
-    /// Reads a scene file. On failure the document keeps its scene and path.
+    /// Reads a scene file. On success the undo stack is cleared and clean,
+    /// the selection empty and the script log started; on failure the
+    /// document keeps its scene, path and history.
     bool load(const QString& path);
-    /// Writes the scene to a file (atomically).
-    bool save(const QString& path) const;
+    /// Writes the scene to a file (atomically). On success the undo stack is
+    /// marked clean; the document takes the path when `adoptPath` is set (a
+    /// save, as opposed to writing a copy).
+    bool save(const QString& path, bool adoptPath = true);
+
+    /// True when the scene has changes that are not saved (see isModified()).
+    bool isModified() const;
 
     /// The document's script engine, live script state and script log.
-    DocumentScripting& scripting() { return *m_scripting; }
-
-    /// The document whose script is building or executing now, null otherwise.
-    /// Every script API function acts on this document.
-    static EditorDocument* s_currentScriptContextDocument;
+    DocumentScripting& scripting() override { return *m_scripting; }
+    /// The document's undo stack.
+    QUndoStack& undoStack() override { return m_undoStack; }
+    /// The selected items and vertices.
+    Selection& selection() override { return m_selection; }
+    /// Cursor, view and input state.
+    EditorState& editorState() override { return m_editorState; }
+    /// Runs a command's script through the one-off runner.
+    bool runCommandScript(const QString& script, const QString& progressText) override;
+    /// Appends to the script log.
+    void appendToScriptLog(const QString& script) override;
 
 private:
     std::unique_ptr<MetaWorld> m_world;
     QString m_filePath;
     int m_identity;
+    QUndoStack m_undoStack;
+    Selection m_selection;
+    EditorState m_editorState;
     std::unique_ptr<DocumentScripting> m_scripting;
 };

@@ -6,17 +6,33 @@
 
 namespace
 {
+} // namespace
+
 template <typename T>
-std::unique_ptr<T> takeFrom(std::vector<std::unique_ptr<T>>& items, T* item)
+std::unique_ptr<T> MetaWorld::takeFrom(std::vector<std::unique_ptr<T>>& items, T* item)
 {
     auto it = std::find_if(items.begin(), items.end(), [&](const std::unique_ptr<T>& p) { return p.get() == item; });
     if (it == items.end())
         return nullptr;
+    m_removedAt[size_t(item->kind())][item->id()] = size_t(it - items.begin());
     std::unique_ptr<T> taken = std::move(*it);
     items.erase(it);
     return taken;
 }
-} // namespace
+
+template <typename T>
+T* MetaWorld::placeInto(std::vector<std::unique_ptr<T>>& items, std::unique_ptr<T> item)
+{
+    auto& removedAt = m_removedAt[size_t(item->kind())];
+    size_t index = items.size();
+    if (auto it = removedAt.find(item->id()); it != removedAt.end()) {
+        index = std::min(it->second, items.size());
+        removedAt.erase(it);
+    }
+    T* placed = item.get();
+    items.insert(items.begin() + std::ptrdiff_t(index), std::move(item));
+    return placed;
+}
 
 MetaWorld::MetaWorld()
     : m_registries{ItemRegistry(ItemKind::Body), ItemRegistry(ItemKind::Fixture), ItemRegistry(ItemKind::Joint),
@@ -70,8 +86,7 @@ MetaBody* MetaWorld::addBody(std::unique_ptr<MetaBody> body, ItemId id, const QS
         if (!attach(fixture.get(), fixture->id(), fixture->name()))
             attach(fixture.get(), 0, fixture->name());
     }
-    m_bodies.push_back(std::move(body));
-    return m_bodies.back().get();
+    return placeInto(m_bodies, std::move(body));
 }
 
 MetaFixture* MetaWorld::addFixture(MetaBody* body, std::unique_ptr<MetaFixture> fixture, ItemId id, const QString& name)
@@ -79,40 +94,35 @@ MetaFixture* MetaWorld::addFixture(MetaBody* body, std::unique_ptr<MetaFixture> 
     if (!body || !attach(fixture.get(), id, name))
         return nullptr;
     fixture->m_body = body;
-    body->m_fixtures.push_back(std::move(fixture));
-    return body->m_fixtures.back().get();
+    return placeInto(body->m_fixtures, std::move(fixture));
 }
 
 MetaJoint* MetaWorld::addJoint(std::unique_ptr<MetaJoint> joint, ItemId id, const QString& name)
 {
     if (!attach(joint.get(), id, name))
         return nullptr;
-    m_joints.push_back(std::move(joint));
-    return m_joints.back().get();
+    return placeInto(m_joints, std::move(joint));
 }
 
 MetaImage* MetaWorld::addImage(std::unique_ptr<MetaImage> image, ItemId id, const QString& name)
 {
     if (!attach(image.get(), id, name))
         return nullptr;
-    m_images.push_back(std::move(image));
-    return m_images.back().get();
+    return placeInto(m_images, std::move(image));
 }
 
 MetaSampler* MetaWorld::addSampler(std::unique_ptr<MetaSampler> sampler, ItemId id, const QString& name)
 {
     if (!attach(sampler.get(), id, name))
         return nullptr;
-    m_samplers.push_back(std::move(sampler));
-    return m_samplers.back().get();
+    return placeInto(m_samplers, std::move(sampler));
 }
 
 MetaObject* MetaWorld::addObject(std::unique_ptr<MetaObject> object, ItemId id, const QString& name)
 {
     if (!attach(object.get(), id, name))
         return nullptr;
-    m_objects.push_back(std::move(object));
-    return m_objects.back().get();
+    return placeInto(m_objects, std::move(object));
 }
 
 std::unique_ptr<MetaBody> MetaWorld::removeBody(MetaBody* body)
@@ -169,4 +179,28 @@ std::unique_ptr<MetaObject> MetaWorld::removeObject(MetaObject* object)
     if (taken)
         detach(taken.get());
     return taken;
+}
+
+void MetaWorld::removeCustomPropertyDef(size_t index)
+{
+    if (index >= customPropertyDefs.size())
+        return;
+    m_removedDefs.emplace_back(index, customPropertyDefs[index]);
+    customPropertyDefs.erase(customPropertyDefs.begin() + std::ptrdiff_t(index));
+}
+
+void MetaWorld::restoreCustomPropertyDef(CustomPropertyDef def)
+{
+    for (auto it = m_removedDefs.rbegin(); it != m_removedDefs.rend(); ++it) {
+        const CustomPropertyDef& removed = it->second;
+        if (removed.itemClass == def.itemClass && removed.name == def.name && removed.displayName == def.displayName
+            && removed.type == def.type) {
+            const size_t index = std::min(it->first, customPropertyDefs.size());
+            def.comboboxEntries = removed.comboboxEntries;
+            customPropertyDefs.insert(customPropertyDefs.begin() + std::ptrdiff_t(index), std::move(def));
+            m_removedDefs.erase(std::next(it).base());
+            return;
+        }
+    }
+    customPropertyDefs.push_back(std::move(def));
 }

@@ -12,6 +12,7 @@
 #include <QStringList>
 
 #include <array>
+#include <unordered_map>
 #include <memory>
 #include <vector>
 
@@ -75,7 +76,9 @@ public:
     MetaObject* addObject(std::unique_ptr<MetaObject> object, ItemId id, const QString& name = QString());
 
     /// Takes an item out of the world, with its fixtures for a body. Items
-    /// referring to a removed body are left to the caller.
+    /// referring to a removed body are left to the caller. The world remembers
+    /// where the item stood: adding an item again under the same id puts it
+    /// back there, so that undoing a delete restores the order exactly.
     std::unique_ptr<MetaBody> removeBody(MetaBody* body);
     std::unique_ptr<MetaFixture> removeFixture(MetaFixture* fixture);
     std::unique_ptr<MetaJoint> removeJoint(MetaJoint* joint);
@@ -83,10 +86,21 @@ public:
     std::unique_ptr<MetaSampler> removeSampler(MetaSampler* sampler);
     std::unique_ptr<MetaObject> removeObject(MetaObject* object);
 
+    /// Removes a custom property definition, remembering its place and
+    /// choice entries for restoreCustomPropertyDef.
+    void removeCustomPropertyDef(size_t index);
+    /// Adds a definition; one that was removed before (same class, name,
+    /// display name and type) returns to its place with its choice entries.
+    void restoreCustomPropertyDef(CustomPropertyDef def);
+
     /// Number of fixtures of all bodies.
     size_t fixtureCount() const { return registry(ItemKind::Fixture).size(); }
 
 private:
+    template <typename T>
+    std::unique_ptr<T> takeFrom(std::vector<std::unique_ptr<T>>& items, T* item);
+    template <typename T>
+    T* placeInto(std::vector<std::unique_ptr<T>>& items, std::unique_ptr<T> item);
     bool attach(MetaItem* item, ItemId id, const QString& name);
     void detach(MetaItem* item);
 
@@ -96,4 +110,8 @@ private:
     std::vector<std::unique_ptr<MetaImage>> m_images;
     std::vector<std::unique_ptr<MetaSampler>> m_samplers;
     std::vector<std::unique_ptr<MetaObject>> m_objects;
+    // Removed custom property definitions with their former places.
+    std::vector<std::pair<size_t, CustomPropertyDef>> m_removedDefs;
+    // Position of each removed item in its list, by kind and id.
+    std::array<std::unordered_map<ItemId, size_t>, kItemKindCount> m_removedAt;
 };

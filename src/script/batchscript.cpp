@@ -1,13 +1,13 @@
 #include "script/batchscript.h"
 
 #include "base/log.h"
-#include "document/editordocument.h"
+#include "script/scriptdocument.h"
 #include "script/documentscripting.h"
 #include "script/scriptpreprocessor.h"
 
 #include <QFile>
 
-bool compileAndRunBatchScript(EditorDocument& document, const QString& absolutePath, bool* compiled)
+bool compileAndRunBatchScript(ScriptDocument& document, const QString& absolutePath, bool* compiled)
 {
     if (compiled)
         *compiled = false;

@@ -2,7 +2,7 @@
 
 #include <QString>
 
-class EditorDocument;
+class ScriptDocument;
 
 /// Runs one script file of the batch tool (`-s`) against a document.
 ///
@@ -19,4 +19,4 @@ class EditorDocument;
 /// end; a script that compiled but raised an exception or was aborted
 /// returns false with `*compiled` true, and the batch goes on with the next
 /// step. Runs synchronously on the calling thread.
-bool compileAndRunBatchScript(EditorDocument& document, const QString& absolutePath, bool* compiled);
+bool compileAndRunBatchScript(ScriptDocument& document, const QString& absolutePath, bool* compiled);

@@ -2,7 +2,7 @@
 
 #include "base/flags.h"
 #include "base/log.h"
-#include "document/editordocument.h"
+#include "script/scriptdocument.h"
 #include "model/metaworld.h"
 #include "script/scriptapi.h"
 #include "script/scriptexecution.h"
@@ -22,7 +22,7 @@ using namespace AngelScript;
 
 namespace
 {
-unsigned documentTag(const EditorDocument& document)
+unsigned documentTag(const ScriptDocument& document)
 {
     return unsigned(reinterpret_cast<quintptr>(&document));
 }
@@ -55,19 +55,19 @@ bool addSection(CScriptBuilder& builder, const QString& text)
 
 // Builds with the document as the current script document, under the
 // execution mutex because that pointer is process-wide.
-int buildModule(CScriptBuilder& builder, EditorDocument* document, int lineOffset)
+int buildModule(CScriptBuilder& builder, ScriptDocument* document, int lineOffset)
 {
     QMutexLocker executionLock(&ScriptState::executionMutex());
     LineOffsetScope offset(lineOffset);
-    EditorDocument* previous = EditorDocument::s_currentScriptContextDocument;
-    EditorDocument::s_currentScriptContextDocument = document;
+    ScriptDocument* previous = ScriptDocument::s_currentScriptContextDocument;
+    ScriptDocument::s_currentScriptContextDocument = document;
     int r = builder.BuildModule();
-    EditorDocument::s_currentScriptContextDocument = previous;
+    ScriptDocument::s_currentScriptContextDocument = previous;
     return r;
 }
 } // namespace
 
-DocumentScripting::DocumentScripting(EditorDocument& document) : m_document(document)
+DocumentScripting::DocumentScripting(ScriptDocument& document) : m_document(document)
 {
     if (!AppFlags::isBatchMode())
         plaxLog(LOG_DEBUG, "Setting up script engine for EditorDocument %08X", documentTag(document));
@@ -213,7 +213,7 @@ bool DocumentScripting::runLiveLocked()
         return false;
     }
     ScriptState::setScriptOutputFlag(1);
-    bool ok = executeScriptContext(context, &m_document, &m_hooks, scriptExecutionText(), m_liveLineOffset);
+    bool ok = executeScriptContext(context, &m_document, scriptExecutionText(), m_liveLineOffset);
     ScriptState::setScriptOutputFlag(0);
     if (m_hooks.rebuildChangedFixtures)
         m_hooks.rebuildChangedFixtures();
@@ -259,7 +259,7 @@ bool DocumentScripting::runOneShotLocked(const QString& text, const QString& lab
         context->Release();
         return false;
     }
-    bool ok = executeScriptContext(context, &m_document, &m_hooks, label.isEmpty() ? scriptExecutionText() : label,
+    bool ok = executeScriptContext(context, &m_document, label.isEmpty() ? scriptExecutionText() : label,
                                    lineOffset);
     context->Release();
     return ok;

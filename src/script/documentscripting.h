@@ -10,7 +10,7 @@
 
 #include <atomic>
 
-class EditorDocument;
+class ScriptDocument;
 
 /// The scripting side of one document: its AngelScript engine with the whole
 /// plaxscript API registered, the live module and its flags, the document's
@@ -27,7 +27,7 @@ public:
     /// Sets up the engine: logs "Setting up script engine for EditorDocument
     /// %08X" (not in command-line mode), creates the engine and registers the
     /// API. A failed creation is logged at FATAL level and not fatal.
-    explicit DocumentScripting(EditorDocument& document);
+    explicit DocumentScripting(ScriptDocument& document);
     /// Discards the modules and releases the engine, logging "Releasing
     /// script engine for EditorDocument %08X" (not in command-line mode).
     ~DocumentScripting();
@@ -37,7 +37,7 @@ public:
     /// The engine; a null engine is logged ("Script engine is null!") and asserted.
     AngelScript::asIScriptEngine* engine() const;
     /// The document this belongs to.
-    EditorDocument& document() const { return m_document; }
+    ScriptDocument& document() const { return m_document; }
 
     /// Serialises compile, run and one-off runs on this document.
     QMutex& scriptMutex() { return m_scriptMutex; }
@@ -90,7 +90,7 @@ private:
     void discardModuleIfPresent(const QString& name);
     QString liveSourceText() const;
 
-    EditorDocument& m_document;
+    ScriptDocument& m_document;
     AngelScript::asIScriptEngine* m_engine = nullptr;
     std::atomic<bool> m_modulePresent{false};
     std::atomic<bool> m_compiledOk{true};

@@ -24,7 +24,11 @@ const std::vector<TypeStep> kEarlyTypes = {
 // The handle types go here, in this order: body, vertex, fixture, joint,
 // shape, image, sampler, path, world, object. They may use color and aabb in
 // their declarations because those types are declared up front.
-const std::vector<TypeStep> kHandleTypes = {};
+const std::vector<TypeStep> kHandleTypes = {
+    {"body", registerBody},       {"vertex", registerVertex},   {"fixture", registerFixture}, {"joint", registerJoint},
+    {"shape", registerShape},     {"image", registerImage},     {"sampler", registerSampler}, {"path", registerPath},
+    {"world", registerWorld},     {"object", registerObject},
+};
 
 // The value types registered together with the global functions.
 const std::vector<TypeStep> kLateTypes = {
@@ -34,6 +38,9 @@ const std::vector<TypeStep> kLateTypes = {
 
 const RegistrationStep kGlobalFunctions[] = {
     registerPrintFunctions,
+    registerHandlePrintFunctions,
+    registerWorldFunctions,
+    registerEditorStateFunctions,
     registerNumberFunctions,
     registerJsonFunctions,
     registerFileFunctions,
@@ -55,6 +62,7 @@ bool registerScriptApi(AngelScript::asIScriptEngine* engine)
     declareVec2Type(reg);
     declareColorType(reg);
     declareAabbType(reg);
+    declareHandleTypes(reg);
 
     plaxLog(LOG_DEBUG, "Initializing script types");
     registerTypes(reg, kEarlyTypes);

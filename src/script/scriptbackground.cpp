@@ -2,7 +2,7 @@
 
 #include "base/flags.h"
 #include "base/log.h"
-#include "document/editordocument.h"
+#include "script/scriptdocument.h"
 #include "script/documentscripting.h"
 #include "script/scriptcompiletask.h"
 #include "script/scriptoutput.h"
@@ -53,7 +53,7 @@ void processInterfaceEvents(const ScriptUiHooks& ui)
         ui.setRepaintSuppressed(false);
 }
 
-bool runOnWorkerThread(ScriptCompileTask::Kind kind, EditorDocument& document, const QString& text,
+bool runOnWorkerThread(ScriptCompileTask::Kind kind, ScriptDocument& document, const QString& text,
                        const QString& label, const QString& busyText)
 {
     const ScriptUiHooks& ui = ScriptUi::hooks();
@@ -65,8 +65,9 @@ bool runOnWorkerThread(ScriptCompileTask::Kind kind, EditorDocument& document, c
 
     int polls = 0;
     bool busyShown = false;
-    while (!task->isFinished()) {
-        QThread::msleep(kPollMilliseconds);
+    // Waiting on the thread returns as soon as the task has finished (it ends
+    // the thread's event loop), so short runs such as undo steps cost no poll.
+    while (!thread->wait(kPollMilliseconds)) {
         if (++polls == kPollsBeforeBusyIndicator && ui.showBusy) {
             ui.showBusy(busyText);
             busyShown = true;
@@ -76,7 +77,6 @@ bool runOnWorkerThread(ScriptCompileTask::Kind kind, EditorDocument& document, c
     }
     if (busyShown && ui.hideBusy)
         ui.hideBusy();
-    thread->exit(0);
     thread->wait();
     plaxLog(LOG_DEBUG, "%s", kTexts[kind].finished);
     ScriptOutput::flush();
@@ -86,7 +86,7 @@ bool runOnWorkerThread(ScriptCompileTask::Kind kind, EditorDocument& document, c
     return result;
 }
 
-bool request(ScriptCompileTask::Kind kind, EditorDocument& document, const QString& text, const QString& label,
+bool request(ScriptCompileTask::Kind kind, ScriptDocument& document, const QString& text, const QString& label,
              const QString& progressText)
 {
     DocumentScripting& scripting = document.scripting();
@@ -134,17 +134,17 @@ bool needsInterfaceThread(const QString& text)
     return false;
 }
 
-bool compileLiveScript(EditorDocument& document)
+bool compileLiveScript(ScriptDocument& document)
 {
     return request(ScriptCompileTask::CompileLive, document, QString(), QString(), QString());
 }
 
-bool runLiveScript(EditorDocument& document)
+bool runLiveScript(ScriptDocument& document)
 {
     return request(ScriptCompileTask::RunLive, document, QString(), QString(), QString());
 }
 
-bool runOneOffScript(EditorDocument& document, const QString& text, const QString& label,
+bool runOneOffScript(ScriptDocument& document, const QString& text, const QString& label,
                      const QString& progressText)
 {
     return request(ScriptCompileTask::RunOneOff, document, text, label, progressText);

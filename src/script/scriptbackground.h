@@ -2,7 +2,7 @@
 
 #include <QString>
 
-class EditorDocument;
+class ScriptDocument;
 
 /// Script work requested from the interface thread. Each request tries the
 /// document's script mutex without waiting: a busy document skips it with a
@@ -22,11 +22,11 @@ namespace ScriptBackground
 bool needsInterfaceThread(const QString& text);
 
 /// Compiles the document's live script; returns whether it compiled.
-bool compileLiveScript(EditorDocument& document);
+bool compileLiveScript(ScriptDocument& document);
 /// Runs main of the document's live module; false at once when none was built.
-bool runLiveScript(EditorDocument& document);
+bool runLiveScript(ScriptDocument& document);
 /// Runs a one-off text as one undo step titled `label`; `progressText` (or
 /// "Running one-off script...") is shown in the busy indicator.
-bool runOneOffScript(EditorDocument& document, const QString& text, const QString& label,
+bool runOneOffScript(ScriptDocument& document, const QString& text, const QString& label,
                      const QString& progressText = QString());
 } // namespace ScriptBackground

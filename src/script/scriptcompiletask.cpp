@@ -1,11 +1,13 @@
 #include "script/scriptcompiletask.h"
 
-#include "document/editordocument.h"
+#include "script/scriptdocument.h"
 #include "script/documentscripting.h"
 
 #include <angelscript.h>
 
-ScriptCompileTask::ScriptCompileTask(Kind kind, EditorDocument* document, const QString& text, const QString& label)
+#include <QThread>
+
+ScriptCompileTask::ScriptCompileTask(Kind kind, ScriptDocument* document, const QString& text, const QString& label)
     : m_kind(kind), m_document(document), m_text(text), m_label(label)
 {
 }
@@ -26,4 +28,8 @@ void ScriptCompileTask::start()
     // AngelScript keeps per-thread data; the worker thread ends after this task.
     AngelScript::asThreadCleanup();
     m_finished.store(true, std::memory_order_release);
+    // Ends the worker's event loop, so that a caller waiting on the thread
+    // wakes at once instead of at its next poll.
+    if (QThread* worker = thread())
+        worker->quit();
 }

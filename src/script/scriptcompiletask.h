@@ -6,7 +6,7 @@
 
 #include <atomic>
 
-class EditorDocument;
+class ScriptDocument;
 
 /// One piece of script work for a worker thread: compiling the live script,
 /// running its main, or running a one-off text. The document's script mutex
@@ -25,7 +25,7 @@ public:
     };
 
     /// A task on a document; `text` and `label` are used by RunOneOff only.
-    ScriptCompileTask(Kind kind, EditorDocument* document, const QString& text, const QString& label);
+    ScriptCompileTask(Kind kind, ScriptDocument* document, const QString& text, const QString& label);
 
     /// The task kind.
     Kind kind() const { return m_kind; }
@@ -42,7 +42,7 @@ public slots:
 
 private:
     Kind m_kind;
-    EditorDocument* m_document;
+    ScriptDocument* m_document;
     QString m_text;
     QString m_label;
     std::atomic<bool> m_finished{false};

@@ -1,8 +1,8 @@
 #include "script/scriptexecution.h"
 
 #include "base/log.h"
-#include "document/editordocument.h"
-#include "script/scripthooks.h"
+#include "script/scriptdocument.h"
+#include "editing/scriptcommand.h"
 #include "script/scriptstate.h"
 #include "script/scriptwatchdog.h"
 
@@ -22,20 +22,18 @@ void reportException(asIScriptContext* context, int lineOffset)
 }
 } // namespace
 
-bool executeScriptContext(asIScriptContext* context, EditorDocument* document, const DocumentScriptHooks* hooks,
-                          const QString& macroText, int lineOffset)
+bool executeScriptContext(asIScriptContext* context, ScriptDocument* document, const QString& macroText, int lineOffset)
 {
     int result = 0;
     {
         QMutexLocker executionLock(&ScriptState::executionMutex());
-        EditorDocument* previousDocument = EditorDocument::s_currentScriptContextDocument;
+        ScriptDocument* previousDocument = ScriptDocument::s_currentScriptContextDocument;
         asIScriptContext* previousContext = ScriptState::currentContext();
-        EditorDocument::s_currentScriptContextDocument = document;
+        ScriptDocument::s_currentScriptContextDocument = document;
 
-        bool macro = hooks && !macroText.isEmpty() && hooks->isRecordingCommands && hooks->isRecordingCommands()
-                     && hooks->beginUndoMacro && hooks->endUndoMacro;
+        const bool macro = document && !macroText.isEmpty() && EditSwitches::s_recordUndoCommands;
         if (macro)
-            hooks->beginUndoMacro(macroText);
+            beginUndoMacro(document->undoStack(), macroText);
 
         ScriptWatchdog watchdog;
         watchdog.attach(context);
@@ -45,8 +43,8 @@ bool executeScriptContext(asIScriptContext* context, EditorDocument* document, c
         context->ClearLineCallback();
 
         if (macro)
-            hooks->endUndoMacro();
-        EditorDocument::s_currentScriptContextDocument = previousDocument;
+            endUndoMacro(document->undoStack());
+        ScriptDocument::s_currentScriptContextDocument = previousDocument;
 
         if (result == asEXECUTION_ABORTED)
             watchdog.reportAbort();

@@ -17,6 +17,30 @@ void declareColorType(ScriptRegistrar& reg);
 /// Declares the value type aabb.
 void declareAabbType(ScriptRegistrar& reg);
 
+/// Declares the handle types body, vertex, fixture, joint, shape, image,
+/// sampler, path, world and object (names, layout and a constructor that
+/// makes an invalid handle), so that every later step may use them.
+void declareHandleTypes(ScriptRegistrar& reg);
+
+/// Members and global functions of each handle type.
+void registerBody(ScriptRegistrar& reg);
+void registerVertex(ScriptRegistrar& reg);
+void registerFixture(ScriptRegistrar& reg);
+void registerJoint(ScriptRegistrar& reg);
+void registerShape(ScriptRegistrar& reg);
+void registerImage(ScriptRegistrar& reg);
+void registerSampler(ScriptRegistrar& reg);
+void registerPath(ScriptRegistrar& reg);
+void registerWorld(ScriptRegistrar& reg);
+void registerObject(ScriptRegistrar& reg);
+
+/// World settings, collision bitplane names and custom property definitions.
+void registerWorldFunctions(ScriptRegistrar& reg);
+/// Cursor, view, mouse, keyboard, edit mode and action menu folder.
+void registerEditorStateFunctions(ScriptRegistrar& reg);
+/// print() for every handle type and array of handles.
+void registerHandlePrintFunctions(ScriptRegistrar& reg);
+
 /// Properties, operators and methods of vec2, its string operators and mv().
 void registerVec2(ScriptRegistrar& reg);
 /// Properties, operators and methods of color, and mc1(), mc255(), mcHex().

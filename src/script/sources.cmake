@@ -3,21 +3,42 @@ target_sources(plaxcore PRIVATE
   script/documentscripting.cpp script/documentscripting.h
   script/register_aabb.cpp
   script/register_addons.cpp
+  script/register_body.cpp
   script/register_color.cpp
   script/register_files.cpp
+  script/register_fixture.cpp
+  script/register_handles.cpp
+  script/register_image.cpp
+  script/register_joint.cpp
   script/register_json.cpp
   script/register_numbers.cpp
+  script/register_object.cpp
+  script/register_path.cpp
   script/register_print.cpp
+  script/register_printhandles.cpp
+  script/register_sampler.cpp
+  script/register_shape.cpp
   script/register_vec2.cpp
+  script/register_vertex.cpp
+  script/register_world.cpp
   script/scriptaabb.cpp script/scriptaabb.h
   script/scriptapi.cpp script/scriptapi.h
   script/scriptapidump.cpp script/scriptapidump.h
+  script/scriptapisupport.cpp script/scriptapisupport.h
   script/scriptbackground.cpp script/scriptbackground.h
+  script/scriptbody.cpp script/scriptbody.h
   script/scriptcolor.cpp script/scriptcolor.h
   script/scriptcompiletask.cpp script/scriptcompiletask.h
+  script/scriptcustomprops.cpp script/scriptcustomprops.h
+  script/scriptdocument.h
   script/scriptexecution.cpp script/scriptexecution.h
+  script/scriptfixture.cpp script/scriptfixture.h
+  script/scripthandles.h
   script/scripthooks.h
+  script/scriptitemhandles.cpp script/scriptitemhandles.h
+  script/scriptitemops.cpp script/scriptitemops.h
   script/scriptlog.cpp script/scriptlog.h
+  script/scriptmass.cpp script/scriptmass.h
   script/scriptmessages.cpp script/scriptmessages.h
   script/scriptmodules.cpp script/scriptmodules.h
   script/scriptoutput.cpp script/scriptoutput.h
@@ -28,4 +49,5 @@ target_sources(plaxcore PRIVATE
   script/scriptuihooks.cpp script/scriptuihooks.h
   script/scriptvec2.cpp script/scriptvec2.h
   script/scriptwatchdog.cpp script/scriptwatchdog.h
+  script/scriptworld.cpp script/scriptworld.h
 )

@@ -50,6 +50,11 @@ TEST(ScriptApi, RegistrationStepsAreLoggedInOrder)
             steps << text;
     }
     EXPECT_EQ(steps, QStringList({"Initializing script types", "Registering script types: vec2",
+                                  "Registering script types: body", "Registering script types: vertex",
+                                  "Registering script types: fixture", "Registering script types: joint",
+                                  "Registering script types: shape", "Registering script types: image",
+                                  "Registering script types: sampler", "Registering script types: path",
+                                  "Registering script types: world", "Registering script types: object",
                                   "Initializing global script functions", "Registering script types: color",
                                   "Registering script types: aabb", "Registering global script functions"}));
     EXPECT_TRUE(capture.texts(LOG_FATAL).isEmpty());

@@ -1,0 +1,61 @@
+#include "editing/selection.h"
+
+#include <algorithm>
+
+bool Selection::add(ItemKind kind, ItemId id)
+{
+    if (!m_sets[size_t(kind)].insert(id).second)
+        return false;
+    m_items[size_t(kind)].push_back(id);
+    return true;
+}
+
+bool Selection::remove(ItemKind kind, ItemId id)
+{
+    if (m_sets[size_t(kind)].erase(id) == 0)
+        return false;
+    std::vector<ItemId>& items = m_items[size_t(kind)];
+    items.erase(std::find(items.begin(), items.end(), id));
+    return true;
+}
+
+bool Selection::containsVertex(ItemId fixture, int index) const
+{
+    return std::find(m_vertices.begin(), m_vertices.end(), VertexRef{fixture, index}) != m_vertices.end();
+}
+
+bool Selection::addVertex(ItemId fixture, int index)
+{
+    if (containsVertex(fixture, index))
+        return false;
+    m_vertices.push_back({fixture, index});
+    return true;
+}
+
+bool Selection::removeVertex(ItemId fixture, int index)
+{
+    auto it = std::find(m_vertices.begin(), m_vertices.end(), VertexRef{fixture, index});
+    if (it == m_vertices.end())
+        return false;
+    m_vertices.erase(it);
+    return true;
+}
+
+void Selection::vertexIndexShifted(ItemId fixture, int index, int delta)
+{
+    if (delta < 0)
+        removeVertex(fixture, index);
+    for (VertexRef& v : m_vertices) {
+        if (v.fixture == fixture && v.index >= index)
+            v.index += delta;
+    }
+}
+
+void Selection::clear()
+{
+    for (auto& items : m_items)
+        items.clear();
+    for (auto& set : m_sets)
+        set.clear();
+    m_vertices.clear();
+}
