@@ -1,6 +1,7 @@
 #include "app/batchtool.h"
 
 #include "base/flags.h"
+#include "editing/editswitches.h"
 #include "base/log.h"
 #include "base/settings.h"
 #include "base/version.h"
@@ -202,6 +203,8 @@ BatchRequest parseBatchArguments(const QStringList& arguments)
 int runBatchTool(const QStringList& arguments)
 {
     AppFlags::setBatchMode(true);
+    // Every edit a script makes would otherwise log a "created:" line.
+    EditSwitches::s_quiet = true;
     Log::setConsoleEcho(true);
 
     const BatchRequest request = parseBatchArguments(arguments);

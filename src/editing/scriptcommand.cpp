@@ -36,8 +36,26 @@ void ScriptCommand::redo()
 void ScriptCommand::runScript(const QString& script, const QString& progressFormat, const QString& stackText)
 {
     SwitchScope noRecording(EditSwitches::s_recordUndoCommands, false);
-    if (m_document->runCommandScript(script, progressFormat.arg(stackText)))
-        m_document->appendToScriptLog(script);
+    const QString progress = progressFormat.arg(stackText);
+    // Each line of a command script holds whole statements (merging joins
+    // the parts with newlines), so a long script runs in pieces of lines:
+    // the script compiler takes much longer for one huge function than for
+    // many small ones.
+    qsizetype start = 0;
+    do {
+        qsizetype end = start - 1;
+        for (int lines = 0; lines < kLinesPerRun && (end = script.indexOf(QLatin1Char('\n'), end + 1)) >= 0; ++lines) {
+        }
+        if (end < 0)
+            end = script.size();
+        const QString piece = script.mid(start, end - start);
+        if (!m_document->runCommandScript(piece, progress)) {
+            plaxLog(LOG_WARNING, QStringLiteral("%1 did not complete; the scene keeps what it did").arg(progress));
+            return;
+        }
+        m_document->appendToScriptLog(piece);
+        start = end + 1;
+    } while (start < script.size());
 }
 
 bool ScriptCommand::mergeWith(const QUndoCommand* other)

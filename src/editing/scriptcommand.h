@@ -47,6 +47,7 @@ public:
     bool hasPendingMerge() const { return m_hasPendingMerge; }
 
 private:
+    static constexpr int kLinesPerRun = 100;
     void runScript(const QString& script, const QString& progressFormat, const QString& stackText);
 
     EditHost* m_document;

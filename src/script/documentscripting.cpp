@@ -213,7 +213,9 @@ bool DocumentScripting::runLiveLocked()
         return false;
     }
     ScriptState::setScriptOutputFlag(1);
+    m_scriptLog.holdFlushes();
     bool ok = executeScriptContext(context, &m_document, scriptExecutionText(), m_liveLineOffset);
+    m_scriptLog.releaseFlushes();
     ScriptState::setScriptOutputFlag(0);
     if (m_hooks.rebuildChangedFixtures)
         m_hooks.rebuildChangedFixtures();
@@ -259,8 +261,10 @@ bool DocumentScripting::runOneShotLocked(const QString& text, const QString& lab
         context->Release();
         return false;
     }
+    m_scriptLog.holdFlushes();
     bool ok = executeScriptContext(context, &m_document, label.isEmpty() ? scriptExecutionText() : label,
                                    lineOffset);
+    m_scriptLog.releaseFlushes();
     context->Release();
     return ok;
 }

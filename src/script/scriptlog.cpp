@@ -86,14 +86,34 @@ void ScriptLog::append(const QString& scriptText)
         writeLine(scriptText, false);
 }
 
-bool ScriptLog::writeLine(const QString& line, bool truncate) const
+bool ScriptLog::writeLine(const QString& line, bool truncate)
 {
-    QFile file(m_path);
-    QIODevice::OpenMode mode = QIODevice::WriteOnly | (truncate ? QIODevice::Truncate : QIODevice::Append);
-    if (!file.open(mode)) {
-        plaxLog(LOG_WARNING, QStringLiteral("Could not open file '%1' for writing").arg(m_path));
-        return false;
+    // The file stays open between lines: a script run can append a hundred
+    // thousand commands, and opening the file for each would dominate.
+    if (truncate || !m_file || m_file->fileName() != m_path) {
+        m_file = std::make_unique<QFile>(m_path);
+        QIODevice::OpenMode mode = QIODevice::WriteOnly | (truncate ? QIODevice::Truncate : QIODevice::Append);
+        if (!m_file->open(mode)) {
+            plaxLog(LOG_WARNING, QStringLiteral("Could not open file '%1' for writing").arg(m_path));
+            m_file.reset();
+            return false;
+        }
     }
-    file.write((line + QLatin1Char('\n')).toUtf8());
+    m_file->write((line + QLatin1Char('\n')).toUtf8());
+    // Flushed at once, so that the log is complete even if the program dies,
+    // except during a script run, which flushes once at its end.
+    if (m_holdDepth == 0)
+        m_file->flush();
     return true;
+}
+
+void ScriptLog::holdFlushes()
+{
+    ++m_holdDepth;
+}
+
+void ScriptLog::releaseFlushes()
+{
+    if (--m_holdDepth == 0 && m_file)
+        m_file->flush();
 }

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <QFile>
 #include <QString>
+
+#include <memory>
 
 /// A document's script log: a plaxscript file recording every edit made to
 /// the document, so that the editing can be replayed. It lives in the
@@ -32,11 +35,19 @@ public:
     /// Appends a script text as one line. Does nothing before start().
     void append(const QString& scriptText);
 
+    /// Keeps appended lines buffered until the matching releaseFlushes()
+    /// (a script run appends many lines; each flush is a system call).
+    void holdFlushes();
+    /// Ends holdFlushes(); the last release flushes the buffered lines.
+    void releaseFlushes();
+
     /// Path of the log file, empty when no log is kept.
     const QString& path() const { return m_path; }
 
 private:
-    bool writeLine(const QString& line, bool truncate) const;
+    bool writeLine(const QString& line, bool truncate);
 
     QString m_path;
+    std::unique_ptr<QFile> m_file;
+    int m_holdDepth = 0;
 };

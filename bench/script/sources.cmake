@@ -1,0 +1,1 @@
+target_sources(plax-bench PRIVATE script/setter_bench.cpp)
