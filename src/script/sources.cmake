@@ -17,7 +17,9 @@ target_sources(plaxcore PRIVATE
   script/scriptcompiletask.cpp script/scriptcompiletask.h
   script/scriptexecution.cpp script/scriptexecution.h
   script/scripthooks.h
+  script/scriptlimits.cpp script/scriptlimits.h
   script/scriptlog.cpp script/scriptlog.h
+  script/scriptmemorybudget.cpp script/scriptmemorybudget.h
   script/scriptmessages.cpp script/scriptmessages.h
   script/scriptmodules.cpp script/scriptmodules.h
   script/scriptoutput.cpp script/scriptoutput.h
