@@ -71,8 +71,8 @@ TEST(BatchLimits, TheMemoryLimitFailsTheRun)
 {
     PlaxSandbox box;
     box.setSetting("script/memorylimitmb", 16);
-    PlaxRun run =
-        runAndExpectNothingWritten(box, runaway("  array<array<int>> a;\n  while (true) a.insertLast(array<int>(50000));"));
+    PlaxRun run = runAndExpectNothingWritten(
+        box, runaway("  array<array<int>> a;\n  while (true) a.insertLast(array<int>(50000));"));
     EXPECT_TRUE(run.out.contains("Script aborted: the memory limit of 16 MiB for one script run was reached"))
         << run.out.toStdString();
     EXPECT_TRUE(run.out.contains("script/memorylimitmb"));
