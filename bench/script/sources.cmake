@@ -1,1 +1,4 @@
-target_sources(plax-bench PRIVATE script/setter_bench.cpp)
+target_sources(plax-bench PRIVATE
+  ${CMAKE_CURRENT_SOURCE_DIR}/script/scriptlimits_bench.cpp
+  ${CMAKE_CURRENT_SOURCE_DIR}/script/setter_bench.cpp
+)

@@ -15,6 +15,7 @@
 #include "objects/objectmanager.h"
 #include "physics/worldbuild.h"
 #include "script/batchscript.h"
+#include "script/scriptexecution.h"
 
 #include <angelscript.h>
 
@@ -123,9 +124,16 @@ bool runScripts(EditorDocument& document, const QStringList& scriptFiles)
         if (!checkFile(script, QStringLiteral("Script file '%1' not found.")))
             return false;
         bool compiled = false;
+        clearScriptRunOutcome(&document);
         compileAndRunBatchScript(document, QFileInfo(script).absoluteFilePath(), &compiled);
         if (!compiled) {
             plaxLog(LOG_ERROR, QStringLiteral("Failed to compile script '%1'.").arg(script));
+            return false;
+        }
+        // A script stopped by a limit left the scene half changed: keep
+        // nothing of it. (One that raised an exception counts as having run.)
+        if (lastScriptRunOutcome(&document).aborted()) {
+            plaxLog(LOG_ERROR, QStringLiteral("Script '%1' was aborted; no files are written.").arg(script));
             return false;
         }
     }

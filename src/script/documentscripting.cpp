@@ -6,6 +6,7 @@
 #include "model/metaworld.h"
 #include "script/scriptapi.h"
 #include "script/scriptexecution.h"
+#include "script/scriptlimits.h"
 #include "script/scriptmessages.h"
 #include "script/scriptmodules.h"
 #include "script/scriptpreprocessor.h"
@@ -71,7 +72,7 @@ DocumentScripting::DocumentScripting(ScriptDocument& document) : m_document(docu
 {
     if (!AppFlags::isBatchMode())
         plaxLog(LOG_DEBUG, "Setting up script engine for EditorDocument %08X", documentTag(document));
-    m_engine = asCreateScriptEngine(ANGELSCRIPT_VERSION);
+    m_engine = createLimitedScriptEngine();
     if (!m_engine) {
         plaxLog(LOG_FATAL, "Failed to initialize script engine!");
     } else {

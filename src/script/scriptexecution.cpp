@@ -6,12 +6,23 @@
 #include "script/scriptstate.h"
 #include "script/scriptwatchdog.h"
 
+#include <QHash>
+#include <QMutex>
 #include <QMutexLocker>
 
 using namespace AngelScript;
 
 namespace
 {
+QMutex s_outcomeMutex;
+QHash<const ScriptDocument*, ScriptRunOutcome> s_outcomes;
+
+void recordOutcome(const ScriptDocument* document, ScriptRunOutcome outcome)
+{
+    QMutexLocker lock(&s_outcomeMutex);
+    s_outcomes.insert(document, outcome);
+}
+
 void reportException(asIScriptContext* context, int lineOffset)
 {
     const char* text = context->GetExceptionString();
@@ -25,6 +36,7 @@ void reportException(asIScriptContext* context, int lineOffset)
 bool executeScriptContext(asIScriptContext* context, ScriptDocument* document, const QString& macroText, int lineOffset)
 {
     int result = 0;
+    ScriptRunOutcome outcome;
     {
         QMutexLocker executionLock(&ScriptState::executionMutex());
         ScriptDocument* previousDocument = ScriptDocument::s_currentScriptContextDocument;
@@ -40,20 +52,40 @@ bool executeScriptContext(asIScriptContext* context, ScriptDocument* document, c
         ScriptState::setCurrentContext(context);
         result = context->Execute();
         ScriptState::setCurrentContext(previousContext);
-        context->ClearLineCallback();
+        watchdog.detach(context);
 
         if (macro)
             endUndoMacro(document->undoStack());
         ScriptDocument::s_currentScriptContextDocument = previousDocument;
 
-        if (result == asEXECUTION_ABORTED)
-            watchdog.reportAbort();
+        outcome.abortReason = watchdog.abortReason(result, context);
+        if (outcome.abortReason != ScriptAbortReason::None)
+            watchdog.reportAbort(outcome.abortReason);
     }
 
-    switch (result) {
-    case asEXECUTION_FINISHED: return true;
-    case asEXECUTION_EXCEPTION: reportException(context, lineOffset); return false;
-    case asEXECUTION_ABORTED: return false;
-    default: plaxLog(LOG_ERROR, "Script execution failed (%d)", result); return false;
+    if (outcome.abortReason != ScriptAbortReason::None) {
+        outcome.end = ScriptRunEnd::Aborted;
+    } else if (result == asEXECUTION_FINISHED) {
+        outcome.end = ScriptRunEnd::Finished;
+    } else if (result == asEXECUTION_EXCEPTION) {
+        outcome.end = ScriptRunEnd::Exception;
+        reportException(context, lineOffset);
+    } else {
+        outcome.end = ScriptRunEnd::Failed;
+        plaxLog(LOG_ERROR, "Script execution failed (%d)", result);
     }
+    recordOutcome(document, outcome);
+    return outcome.end == ScriptRunEnd::Finished;
+}
+
+ScriptRunOutcome lastScriptRunOutcome(const ScriptDocument* document)
+{
+    QMutexLocker lock(&s_outcomeMutex);
+    return s_outcomes.value(document);
+}
+
+void clearScriptRunOutcome(const ScriptDocument* document)
+{
+    QMutexLocker lock(&s_outcomeMutex);
+    s_outcomes.remove(document);
 }

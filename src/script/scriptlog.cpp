@@ -1,6 +1,7 @@
 #include "script/scriptlog.h"
 
 #include "base/log.h"
+#include "base/settings.h"
 
 #include <QCryptographicHash>
 #include <QDateTime>
@@ -8,7 +9,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QMutex>
-#include <QSettings>
+#include <QRegularExpression>
 
 namespace
 {
@@ -22,8 +23,7 @@ QString timeText()
 
 QString defaultBackupsRoot()
 {
-    QSettings settings(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("quoxel2d"), QStringLiteral("plax"));
-    return QFileInfo(settings.fileName()).absolutePath() + QStringLiteral("/backups");
+    return QFileInfo(openAppSettings()->fileName()).absolutePath() + QStringLiteral("/backups");
 }
 } // namespace
 
@@ -64,14 +64,50 @@ void ScriptLog::start(const QString& sceneFilePath)
         return;
     }
     m_path = QStringLiteral("%1/%2-scriptLog.rs").arg(folder, QFileInfo(sceneFilePath).fileName());
-    if (QFileInfo::exists(m_path)) {
-        QString stamp = QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd-hhmmsszzz"));
-        QString backup = m_path.chopped(3) + QLatin1Char('-') + stamp + QStringLiteral(".rs");
-        QFile::remove(backup);
-        if (!QFile::copy(m_path, backup))
+    if (QFileInfo::exists(m_path))
+        backUp();
+    writeLine(QStringLiteral("//Started script log at %1").arg(timeText()), true);
+}
+
+int ScriptLog::backupsKept()
+{
+    bool ok = false;
+    const int kept = openAppSettings()->value(QLatin1String(kBackupsSettingsKey), kDefaultBackupsKept).toInt(&ok);
+    return ok && kept >= 0 ? kept : kDefaultBackupsKept;
+}
+
+void ScriptLog::backUp() const
+{
+    const int kept = backupsKept();
+    const QFileInfo log(m_path);
+    const QString base = log.completeBaseName(); // "<scene file>-scriptLog"
+    QDir folder = log.absoluteDir();
+    if (kept > 0) {
+        // Time stamps sort like the times they stand for; a second backup
+        // within the same millisecond gets a counter after the stamp.
+        const QString stamp = QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd-hhmmsszzz"));
+        QString name = QStringLiteral("%1-%2").arg(base, stamp);
+        for (int n = 1; folder.exists(name + QStringLiteral(".rs")); ++n)
+            name = QStringLiteral("%1-%2-%3").arg(base, stamp).arg(n, 3, 10, QLatin1Char('0'));
+        if (!QFile::copy(m_path, folder.filePath(name + QStringLiteral(".rs"))))
             plaxLog(LOG_WARNING, QStringLiteral("Could not back up script log '%1'").arg(m_path));
     }
-    writeLine(QStringLiteral("//Started script log at %1").arg(timeText()), true);
+
+    // Compared without the extension, a stamp sorts before the same stamp
+    // with a counter, so the list runs from oldest to newest.
+    const QRegularExpression backupName(QStringLiteral("^%1-\\d{8}-\\d{9}(-\\d{3})?\\.rs$")
+                                            .arg(QRegularExpression::escape(base)));
+    QStringList backups;
+    for (const QString& name : folder.entryList({base + QStringLiteral("-*.rs")}, QDir::Files, QDir::NoSort)) {
+        if (backupName.match(name).hasMatch())
+            backups.append(name.chopped(3));
+    }
+    backups.sort();
+    for (qsizetype i = 0; i + kept < backups.size(); ++i) {
+        if (!folder.remove(backups[i] + QStringLiteral(".rs")))
+            plaxLog(LOG_WARNING, QStringLiteral("Could not remove old script log backup '%1'")
+                                     .arg(folder.filePath(backups[i] + QStringLiteral(".rs"))));
+    }
 }
 
 void ScriptLog::restart()

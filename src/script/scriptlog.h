@@ -15,10 +15,18 @@
 /// ~/.config/quoxel2d/backups. It is created on first use. Each scene gets a
 /// folder of its own below it, named after the scene's base name plus a short
 /// hash of the scene's directory, so equally named scenes in different
-/// folders do not share a log.
+/// folders do not share a log. Only the newest backups of a log are kept
+/// (the setting kBackupsSettingsKey, default kDefaultBackupsKept).
 class ScriptLog
 {
 public:
+    /// Settings key of the number of log backups kept per scene (0 = none).
+    static constexpr const char* kBackupsSettingsKey = "script/scriptlogbackups";
+    /// Number of backups kept when the setting is absent or unreadable.
+    static constexpr int kDefaultBackupsKept = 10;
+    /// The number of backups kept per scene, from the settings.
+    static int backupsKept();
+
     /// The backups root (the override if one is set).
     static QString backupsRoot();
     /// Overrides the backups root (tests, portable installs); empty restores the default.
@@ -27,7 +35,8 @@ public:
     static QString backupFolderFor(const QString& sceneFilePath);
 
     /// Starts the log of a scene: an existing log is first copied to a
-    /// time-stamped backup beside it, then the log is rewritten with the line
+    /// time-stamped backup beside it (and the oldest backups beyond
+    /// backupsKept() are removed), then the log is rewritten with the line
     /// "//Started script log at %1". Does nothing for an empty path.
     void start(const QString& sceneFilePath);
     /// Truncates the log and writes "//Restarted script log at %1".
@@ -45,6 +54,7 @@ public:
     const QString& path() const { return m_path; }
 
 private:
+    void backUp() const;
     bool writeLine(const QString& line, bool truncate);
 
     QString m_path;

@@ -37,8 +37,10 @@ target_sources(plaxcore PRIVATE
   script/scripthooks.h
   script/scriptitemhandles.cpp script/scriptitemhandles.h
   script/scriptitemops.cpp script/scriptitemops.h
+  script/scriptlimits.cpp script/scriptlimits.h
   script/scriptlog.cpp script/scriptlog.h
   script/scriptmass.cpp script/scriptmass.h
+  script/scriptmemorybudget.cpp script/scriptmemorybudget.h
   script/scriptmessages.cpp script/scriptmessages.h
   script/scriptmodules.cpp script/scriptmodules.h
   script/scriptoutput.cpp script/scriptoutput.h

@@ -115,7 +115,8 @@ TEST_F(ScriptHandles, BadValuesAreRefusedWithTheirMessages)
     EXPECT_TRUE(std::any_of(warnings.begin(), warnings.end(), [](const QString& w) {
         return w.startsWith("Ignoring invalid value for body::setAngle");
     }));
-    EXPECT_TRUE(std::any_of(capture.texts(LOG_ERROR).begin(), capture.texts(LOG_ERROR).end(),
+    const QStringList errors = capture.texts(LOG_ERROR);
+    EXPECT_TRUE(std::any_of(errors.begin(), errors.end(),
                             [](const QString& e) { return e.startsWith("Failed to parse body JSON"); }));
     ASSERT_EQ(m_document.undoStack().count(), count + 1);
     EXPECT_EQ(m_document.undoStack().command(count)->childCount(), 0) << "the run recorded no change";

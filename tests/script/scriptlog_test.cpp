@@ -1,5 +1,6 @@
 #include "scripttesting.h"
 
+#include "base/settings.h"
 #include "document/editordocument.h"
 #include "script/documentscripting.h"
 #include "script/scriptlog.h"
@@ -7,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <QDir>
+#include <QFile>
 #include <QTemporaryDir>
 
 namespace
@@ -100,4 +102,60 @@ TEST_F(ScriptLogTest, LoadingADocumentStartsItsLog)
     QString path = document.scripting().scriptLog().path();
     ASSERT_FALSE(path.isEmpty());
     EXPECT_TRUE(readTextFile(path).startsWith("//Started script log at "));
+}
+
+TEST_F(ScriptLogTest, OnlyTheNewestBackupsAreKept)
+{
+    SettingScope kept(ScriptLog::kBackupsSettingsKey, 3);
+    const QString scene = m_scenes.filePath("level.plax");
+    const QDir folder(ScriptLog::backupFolderFor(scene));
+    ScriptLog log;
+    for (int run = 1; run <= 6; ++run) {
+        log.start(scene);
+        log.append(QStringLiteral("run%1();").arg(run));
+    }
+    // A log of another scene in the same folder is none of this log's business.
+    writeTextFile(folder.filePath("level.json-scriptLog-20000101-000000000.rs"), "other();\n");
+
+    const QStringList backups = folder.entryList({"level.plax-scriptLog-*.rs"}, QDir::Files, QDir::Name);
+    ASSERT_EQ(backups.size(), 3) << backups.join(' ').toStdString();
+    QStringList contents;
+    for (const QString& name : backups)
+        contents.append(readTextFile(folder.filePath(name)).section('\n', 1, 1));
+    contents.sort();
+    EXPECT_EQ(contents, QStringList({"run3();", "run4();", "run5();"})) << "the oldest went first";
+    EXPECT_TRUE(readTextFile(log.path()).contains("run6();"));
+
+    log.start(scene);
+    EXPECT_TRUE(QFile::exists(folder.filePath("level.json-scriptLog-20000101-000000000.rs")));
+    EXPECT_EQ(folder.entryList({"level.plax-scriptLog-*.rs"}, QDir::Files).size(), 3);
+}
+
+TEST_F(ScriptLogTest, NoBackupsWhenNoneAreToBeKept)
+{
+    const QString scene = m_scenes.filePath("level.plax");
+    const QDir folder(ScriptLog::backupFolderFor(scene));
+    ScriptLog log;
+    log.start(scene);
+    log.start(scene);
+    ASSERT_EQ(folder.entryList({"level.plax-scriptLog-*.rs"}, QDir::Files).size(), 1);
+
+    SettingScope none(ScriptLog::kBackupsSettingsKey, 0);
+    log.start(scene);
+    EXPECT_TRUE(folder.entryList({"level.plax-scriptLog-*.rs"}, QDir::Files).isEmpty())
+        << "lowering the number removes the surplus";
+    EXPECT_TRUE(QFile::exists(log.path()));
+}
+
+TEST(ScriptLogLocation, TestRunsKeepTheirSettingsAndBackupsOutOfTheHome)
+{
+    // The test programs point the user's settings at a temporary folder, so
+    // neither these tests nor the plax runs they start leave backups behind.
+    const QString settingsFile = openAppSettings()->fileName();
+    const QString configHome = qEnvironmentVariable("XDG_CONFIG_HOME");
+    ASSERT_FALSE(configHome.isEmpty());
+    EXPECT_TRUE(configHome.startsWith(QDir::tempPath() + "/")) << configHome.toStdString();
+    EXPECT_TRUE(settingsFile.startsWith(configHome + "/")) << settingsFile.toStdString();
+    EXPECT_TRUE(ScriptLog::backupsRoot().startsWith(configHome + "/"));
+    EXPECT_FALSE(ScriptLog::backupsRoot().startsWith(QDir::homePath() + "/"));
 }

@@ -2,6 +2,7 @@
 
 #include "base/flags.h"
 #include "base/log.h"
+#include "base/settings.h"
 #include "document/editordocument.h"
 #include "script/documentscripting.h"
 
@@ -44,4 +45,28 @@ BatchModeScope::BatchModeScope(bool on) : m_previous(AppFlags::isBatchMode())
 BatchModeScope::~BatchModeScope()
 {
     AppFlags::setBatchMode(m_previous);
+}
+
+SettingScope::SettingScope(const char* key, const QVariant& value) : m_key(QLatin1String(key))
+{
+    openAppSettings()->setValue(m_key, value);
+}
+
+SettingScope::~SettingScope()
+{
+    openAppSettings()->remove(m_key);
+}
+
+EnvironmentScope::EnvironmentScope(const char* name, const QByteArray& value)
+    : m_name(name), m_hadValue(qEnvironmentVariableIsSet(name)), m_previous(qgetenv(name))
+{
+    qputenv(name, value);
+}
+
+EnvironmentScope::~EnvironmentScope()
+{
+    if (m_hadValue)
+        qputenv(m_name, m_previous);
+    else
+        qunsetenv(m_name);
 }

@@ -5,6 +5,7 @@
 #include <QString>
 #include <QStringList>
 #include <QThread>
+#include <QVariant>
 
 class EditorDocument;
 
@@ -17,6 +18,37 @@ QString readTextFile(const QString& path);
 
 /// Runs a one-shot text on the document and returns what it printed.
 QStringList runAndCollectPrints(EditorDocument& document, const QString& text, bool* ok = nullptr);
+
+/// Sets one application setting for a scope and removes it afterwards (the
+/// tests run with a temporary settings folder of their own).
+class SettingScope
+{
+public:
+    /// Sets `key` to `value`.
+    SettingScope(const char* key, const QVariant& value);
+    ~SettingScope();
+    SettingScope(const SettingScope&) = delete;
+    SettingScope& operator=(const SettingScope&) = delete;
+
+private:
+    QString m_key;
+};
+
+/// Sets an environment variable for a scope and restores it afterwards.
+class EnvironmentScope
+{
+public:
+    /// Sets `name` to `value`.
+    EnvironmentScope(const char* name, const QByteArray& value);
+    ~EnvironmentScope();
+    EnvironmentScope(const EnvironmentScope&) = delete;
+    EnvironmentScope& operator=(const EnvironmentScope&) = delete;
+
+private:
+    const char* m_name;
+    bool m_hadValue;
+    QByteArray m_previous;
+};
 
 /// Sets the batch-mode flag for a scope.
 class BatchModeScope

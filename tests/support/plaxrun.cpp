@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
+#include <QSettings>
 
 PlaxSandbox::PlaxSandbox()
 {
@@ -31,7 +32,18 @@ QByteArray PlaxSandbox::read(const QString& name) const
     return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
 }
 
-PlaxRun PlaxSandbox::run(const QStringList& arguments) const
+QString PlaxSandbox::settingsFolder() const
+{
+    return path(QStringLiteral("config-home/quoxel2d"));
+}
+
+void PlaxSandbox::setSetting(const QString& key, const QVariant& value) const
+{
+    QSettings settings(settingsFolder() + QStringLiteral("/plax.ini"), QSettings::IniFormat);
+    settings.setValue(key, value);
+}
+
+PlaxRun PlaxSandbox::run(const QStringList& arguments, const QMap<QString, QString>& environment) const
 {
     QProcess process;
     process.setWorkingDirectory(m_dir.path());
@@ -39,6 +51,8 @@ PlaxRun PlaxSandbox::run(const QStringList& arguments) const
     env.insert(QStringLiteral("XDG_CONFIG_HOME"), path(QStringLiteral("config-home")));
     env.remove(QStringLiteral("DISPLAY"));
     env.remove(QStringLiteral("WAYLAND_DISPLAY"));
+    for (auto it = environment.begin(); it != environment.end(); ++it)
+        env.insert(it.key(), it.value());
     process.setProcessEnvironment(env);
     process.start(QStringLiteral(PLAX_BINARY), arguments);
     PlaxRun result;

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <QMap>
 #include <QString>
 #include <QStringList>
 #include <QTemporaryDir>
+#include <QVariant>
 
 /// Result of one run of the real plax binary.
 struct PlaxRun
@@ -24,8 +26,14 @@ public:
     QString write(const QString& name, const QByteArray& content) const;
     /// Reads a file of the sandbox (empty when missing).
     QByteArray read(const QString& name) const;
-    /// Runs plax with the arguments, in the sandbox as working directory.
-    PlaxRun run(const QStringList& arguments) const;
+    /// Runs plax with the arguments, in the sandbox as working directory,
+    /// with the variables of `environment` added to the environment.
+    PlaxRun run(const QStringList& arguments, const QMap<QString, QString>& environment = {}) const;
+    /// Writes one value into the application settings that plax reads when
+    /// it runs in this sandbox.
+    void setSetting(const QString& key, const QVariant& value) const;
+    /// The settings folder of plax runs in this sandbox (where its backups go).
+    QString settingsFolder() const;
 
 private:
     QTemporaryDir m_dir;
