@@ -69,8 +69,11 @@ std::unique_ptr<b2World> buildBare()
     auto world = std::make_unique<b2World>(b2Vec2(0, -10));
     b2BodyDef groundDef;
     b2Body* ground = world->CreateBody(&groundDef);
+    // Polygons are given their vertices in the scene's order, as the scene's
+    // fixtures are, so that both worlds see the same contact features.
     b2PolygonShape slab;
-    slab.SetAsBox(60, 0.5f, b2Vec2(0, -0.5f), 0);
+    const b2Vec2 slabCorners[4] = {{-60, -1}, {60, -1}, {60, 0}, {-60, 0}};
+    slab.Set(slabCorners, 4);
     b2FixtureDef slabDef;
     slabDef.shape = &slab;
     slabDef.friction = 0.2f;
@@ -85,7 +88,8 @@ std::unique_ptr<b2World> buildBare()
             b2CircleShape circle;
             circle.m_radius = kHalf;
             b2PolygonShape box;
-            box.SetAsBox(kHalf, kHalf);
+            const b2Vec2 corners[4] = {{-kHalf, -kHalf}, {kHalf, -kHalf}, {kHalf, kHalf}, {-kHalf, kHalf}};
+            box.Set(corners, 4);
             b2FixtureDef fixture;
             fixture.density = 1;
             fixture.friction = 0.4f;
