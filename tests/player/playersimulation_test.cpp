@@ -19,6 +19,7 @@
 #include <QThread>
 
 #include <atomic>
+#include <cmath>
 #include <thread>
 
 namespace
@@ -312,6 +313,26 @@ TEST_F(PlayerSimulationTest, TheProfileLineCountsAwakeBodiesAndContacts)
     EXPECT_TRUE(profile.endsWith(QStringLiteral("bodies awake: %1, contacts: %2").arg(awake).arg(touching)))
         << profile.toStdString();
     EXPECT_TRUE(sim->infoLines().contains("Steps: 90"));
+}
+
+TEST_F(PlayerSimulationTest, BodiesGoneWildDoNotStopTheOthers)
+{
+    buildFallingBox();
+    for (float x : {5.0f, 10.0f}) {
+        MetaBody* other = PlayerScenes::addBody(document.world(), BodyType::Dynamic, {x, 10});
+        PlayerScenes::addBox(document.world(), other, 0.5f);
+    }
+    auto sim = start();
+    b2World& w = sim->world()->world();
+    sim->world()->body(1)->SetLinearVelocity(b2Vec2(std::nanf(""), std::nanf("")));
+    sim->world()->body(2)->SetTransform(b2Vec2(1e30f, -1e30f), 0);
+    sim->world()->body(2)->SetLinearVelocity(b2Vec2(1e30f, 0));
+    for (int i = 0; i < 30; ++i)
+        EXPECT_TRUE(sim->singleStep());
+    EXPECT_EQ(sim->stepsTaken(), 30);
+    EXPECT_LT(firstBody(*sim)->GetPosition().y, 9.5f) << "the sound body kept falling";
+    EXPECT_EQ(w.GetBodyCount(), 4);
+    EXPECT_FALSE(sim->infoLines().isEmpty());
 }
 
 TEST_F(PlayerSimulationTest, StepsWaitForTheWorldMutex)
