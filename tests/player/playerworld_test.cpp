@@ -5,6 +5,7 @@
 #include "player/playerscenes.h"
 
 #include "document/editordocument.h"
+#include "model/metaimage.h"
 #include "model/metaworld.h"
 #include "objects/objectexpansion.h"
 #include "objects/objectscenes.h"
@@ -42,10 +43,24 @@ void stepWorld(b2World& world, int steps)
         world.Step(1.0f / 60.0f, 8, 3);
 }
 
-TEST(PlayerWorld, SimulatesBitIdenticallyToTheExportWorld)
+// Every value style of the export reads back to the same bits.
+enum class Floats
+{
+    Hex,
+    HumanReadable,
+    Gson
+};
+
+class PlayerWorldIdentity : public ::testing::TestWithParam<Floats>
+{
+};
+
+TEST_P(PlayerWorldIdentity, SimulatesBitIdenticallyToTheExportWorld)
 {
     EditorDocument document;
     PlayerScenes::buildPile(document, 5, 4);
+    document.world().exportOptions.useHumanReadableFloats = GetParam() == Floats::HumanReadable;
+    document.world().exportOptions.useGsonFormat = GetParam() == Floats::Gson;
     const std::unique_ptr<ExpandedWorld> exported = buildExportWorld(document);
     QString error;
     const std::unique_ptr<PlayerWorld> player = PlayerWorld::load(&document, &error);
@@ -75,6 +90,9 @@ TEST(PlayerWorld, SimulatesBitIdenticallyToTheExportWorld)
     EXPECT_GT(moved, 5) << "the pile fell: the comparison covers a moving scene";
     EXPECT_GT(player->world().GetContactCount(), 10);
 }
+
+INSTANTIATE_TEST_SUITE_P(ValueStyles, PlayerWorldIdentity,
+                         ::testing::Values(Floats::Hex, Floats::HumanReadable, Floats::Gson));
 
 TEST(PlayerWorld, AddsAStaticGroundBodyAndTracesBodiesToTheDocument)
 {
@@ -146,6 +164,32 @@ TEST(PlayerWorld, AFailedExportLeavesNoWorldAndKeepsTheError)
         EXPECT_TRUE(capture.has(LOG_ERROR, "Document is null while trying to load world"));
         EXPECT_EQ(error, "Document is null while trying to load world");
     }
+}
+
+TEST(PlayerWorld, KeepsImagesWithTheBodiesTheyAreAttachedTo)
+{
+    EditorDocument document;
+    MetaWorld& world = document.world();
+    PlayerScenes::addBody(world, BodyType::Static, {0, 0});
+    MetaBody* crate = PlayerScenes::addBody(world, BodyType::Dynamic, {2, 3});
+    PlayerScenes::addBox(world, crate, 0.5f);
+    auto label = std::make_unique<MetaImage>();
+    label->body = crate;
+    label->file = QStringLiteral("crate.png");
+    label->scale = 2;
+    world.addImage(std::move(label), 0, QStringLiteral("label"));
+    world.addImage(std::make_unique<MetaImage>(), 0, QStringLiteral("backdrop"));
+
+    const std::unique_ptr<PlayerWorld> player = PlayerWorld::load(&document, nullptr);
+    ASSERT_TRUE(player);
+    const auto& images = player->build().images();
+    ASSERT_EQ(images.size(), 2u);
+    EXPECT_EQ(images[0].name, "label");
+    EXPECT_EQ(images[0].bodyIndex, 1);
+    EXPECT_EQ(player->build().bodies()[size_t(images[0].bodyIndex)].body, player->body(1));
+    EXPECT_EQ(images[0].placed->scale, 2.0f);
+    EXPECT_TRUE(images[0].placed->file.endsWith("crate.png"));
+    EXPECT_EQ(images[1].bodyIndex, -1) << "a backing image belongs to no body";
 }
 
 TEST(PlayerWorld, ExcludedExportPropertiesShapeThePlayersWorldToo)
