@@ -100,6 +100,18 @@ std::unique_ptr<b2World> buildBare()
     return world;
 }
 
+// The wall clock pushed ahead on demand: a stall of the interface thread
+// without having to wait for one.
+class StalledClock : public PlayerClock
+{
+public:
+    double nowMs() override { return m_wall.nowMs() + offsetMs; }
+    double offsetMs = 0;   // how far the clock is pushed ahead
+
+private:
+    ElapsedPlayerClock m_wall;
+};
+
 double median(std::vector<double> v)
 {
     std::sort(v.begin(), v.end());
@@ -174,5 +186,33 @@ const bool s_registered = registerBench("player/step-10k-bodies", [] {
                 batches, perBatch, p, q, median(ratios));
     std::printf("  bodies at the same position after %d steps: %d of %zu\n", batches * perBatch, same,
                 pw.bodyCount());
+});
+} // namespace
+
+namespace
+{
+// A tick that comes a second late with a world whose steps take longer than
+// the interval: catching up stops once the tick has used its time, so the
+// interface thread is back after about one step.
+const bool s_tickRegistered = registerBench("player/late-tick-10k-bodies", [] {
+    EditorDocument document;
+    buildScene(document);
+    auto owned = std::make_unique<StalledClock>();
+    StalledClock* clock = owned.get();
+    PlayerSimulation player(&document, std::move(owned));
+    if (!player.world())
+        return;
+    for (int i = 0; i < 60; ++i)   // into the thick of the pile
+        player.stepOnce();
+    player.togglePlay();
+    std::vector<double> tickMs;
+    TickOutcome last;
+    for (int i = 0; i < 5; ++i) {
+        clock->offsetMs += 1000;
+        tickMs.push_back(timeSeconds([&] { last = player.onTimer(); }) * 1e3);
+    }
+    std::printf("  interval %d ms; ticks one second late took %.1f ms (median of 5), %d step(s) each, "
+                "%.0f steps skipped\n",
+                player.scheduler().stepIntervalMs(), median(tickMs), last.steps, player.scheduler().skippedSteps());
 });
 } // namespace

@@ -8,19 +8,19 @@ class StepScheduler;
 /// What the overlay reports about a world and its stepping, gathered at one moment.
 struct PlayerInfo
 {
-    bool hasWorld = false;
+    bool hasWorld = false;    ///< a world was loaded
     QString loadError;        ///< why there is no world
-    bool playing = false;
-    float hz = 60;
-    float speedFactor = 1;
-    int velocityIterations = 8;
-    int positionIterations = 3;
-    double skippedSteps = 0;
-    long long stepsTaken = 0;
+    bool playing = false;     ///< playing rather than paused
+    float hz = 60;            ///< steps per second as set
+    float speedFactor = 1;    ///< 1, or the fast mode's factor
+    int velocityIterations = 8;   ///< velocity iterations per step
+    int positionIterations = 3;   ///< position iterations per step
+    double skippedSteps = 0;  ///< steps dropped by the last cut-off catch-up
+    long long stepsTaken = 0; ///< steps since the last load
     int bodies = 0;           ///< bodies of the scene (the ground body not counted)
-    int joints = 0;
+    int joints = 0;           ///< joints of the world, a mouse joint included
     float stepMs = 0;         ///< duration of the last step
-    int awakeBodies = 0;
+    int awakeBodies = 0;      ///< moving bodies that are awake
     int contacts = 0;         ///< contacts whose fixtures touch
 };
 

@@ -26,6 +26,7 @@ public:
     /// written or read back.
     static std::unique_ptr<PlayerWorld> load(const EditorDocument* document, QString* error,
                                              const PlayerRawInfoWriter& writer = writePlayerRawInfo);
+    /// Destroys the world (before the read-back scene it points into).
     ~PlayerWorld();
     PlayerWorld(const PlayerWorld&) = delete;
     PlayerWorld& operator=(const PlayerWorld&) = delete;
