@@ -49,12 +49,15 @@ void PlayerSimulation::applyDocumentRate()
 
 void PlayerSimulation::reload()
 {
-    QMutexLocker lock(m_worldMutex);
-    destroyWorld();
-    m_stepsTaken = 0;
-    m_world = PlayerWorld::load(m_document, &m_loadError, m_writer);
+    {
+        QMutexLocker lock(m_worldMutex);
+        destroyWorld();
+        m_stepsTaken = 0;
+        m_world = PlayerWorld::load(m_document, &m_loadError, m_writer);
+    }
     if (m_world)
         applyDocumentRate();
+    // Outside the lock: a view may draw at once.
     emit repaintRequested();
 }
 

@@ -355,5 +355,15 @@ TEST_F(PlayerSimulationTest, StepsWaitForTheWorldMutex)
     stepper.join();
     EXPECT_TRUE(done);
     EXPECT_EQ(sim->stepsTaken(), 2);
+
+    // Loading, dragging and keeping take it too, and give it back.
+    sim->reload();
+    ASSERT_TRUE(sim->mousePress(0.1f, 10.1f));
+    ASSERT_TRUE(sim->mouseMove(0.1f, 9));
+    ASSERT_TRUE(sim->mouseRelease());
+    sim->singleStep();
+    EXPECT_EQ(sim->keepResult(), 1);
+    EXPECT_TRUE(mutex.tryLock());
+    mutex.unlock();
 }
 } // namespace
