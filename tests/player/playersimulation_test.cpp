@@ -119,6 +119,23 @@ TEST_F(PlayerSimulationTest, PlayAndPauseRunTheTimerAndReportTheirStatus)
     EXPECT_EQ(playing.at(1).at(0).toBool(), false);
 }
 
+TEST_F(PlayerSimulationTest, TheSpeedToggleStepsFourTimesAsOftenWithTheSameStepSize)
+{
+    buildFallingBox();
+    auto sim = start();
+    sim->togglePlay();
+    sim->toggleFast();
+    EXPECT_TRUE(sim->infoLines().value(0).endsWith("speed x4")) << sim->infoLines().value(0).toStdString();
+    clock->time += 102;
+    EXPECT_EQ(sim->onTimer().steps, 23) << "4.25 ms of clock per step";
+    EXPECT_FLOAT_EQ(firstBody(*sim)->GetLinearVelocity().y, -10.0f * 23 / 60) << "each step still 1/60 s";
+    EXPECT_EQ(sim->timer().interval(), 17);
+    sim->toggleFast();
+    clock->time += 34;
+    EXPECT_EQ(sim->onTimer().steps, 2);
+    EXPECT_FALSE(sim->infoLines().value(0).contains("speed"));
+}
+
 TEST_F(PlayerSimulationTest, PlayingStartsCountingFromThePressNotFromCreation)
 {
     buildFallingBox();
