@@ -5,11 +5,13 @@
 #include "script/scriptdocument.h"
 #include "script/documentscripting.h"
 #include "script/scriptcompiletask.h"
+#include "script/scriptexecution.h"
 #include "script/scriptoutput.h"
 #include "script/scriptuihooks.h"
 
 #include <QCoreApplication>
 #include <QThread>
+#include <QUndoStack>
 
 namespace
 {
@@ -86,6 +88,20 @@ bool runOnWorkerThread(ScriptCompileTask::Kind kind, ScriptDocument& document, c
     return result;
 }
 
+// A run stopped by a limit or by the user is half done: in the editor its
+// undo step is undone at once, so the document is as it was before the run.
+// (Batch mode writes nothing after an aborted run instead.)
+void undoAbortedRun(ScriptDocument& document, int indexBefore)
+{
+    if (AppFlags::isBatchMode() || !lastScriptRunOutcome(&document).aborted())
+        return;
+    QUndoStack& stack = document.undoStack();
+    if (stack.index() == indexBefore + 1) {
+        stack.undo();
+        plaxLog(LOG_WARNING, "The aborted script's changes were undone");
+    }
+}
+
 bool request(ScriptCompileTask::Kind kind, ScriptDocument& document, const QString& text, const QString& label,
              const QString& progressText)
 {
@@ -106,6 +122,8 @@ bool request(ScriptCompileTask::Kind kind, ScriptDocument& document, const QStri
                                               : progressText;
 
     const QString scanned = kind == ScriptCompileTask::RunOneOff ? text : scripting.liveScript();
+    clearScriptRunOutcome(&document);
+    const int indexBefore = document.undoStack().index();
     bool result = false;
     if (AppFlags::isBatchMode() || ScriptBackground::needsInterfaceThread(scanned)) {
         result = runOnCallingThread(kind, scripting, text, label);
@@ -117,6 +135,7 @@ bool request(ScriptCompileTask::Kind kind, ScriptDocument& document, const QStri
         ScriptOutput::flush();
     }
     scripting.scriptMutex().unlock();
+    undoAbortedRun(document, indexBefore);
     return result;
 }
 } // namespace
