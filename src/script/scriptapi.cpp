@@ -3,6 +3,7 @@
 #include "base/log.h"
 #include "script/scriptregistrar.h"
 #include "script/scriptregistration.h"
+#include "script/scripttransform.h"
 
 #include <vector>
 
@@ -41,6 +42,12 @@ const RegistrationStep kGlobalFunctions[] = {
     registerHandlePrintFunctions,
     registerWorldFunctions,
     registerEditorStateFunctions,
+    registerSearchFunctions,
+    registerSortFunctions,
+    TransformApi::registerTransforms,
+    TransformApi::registerDuplicateAndStep,
+    registerHookDataFunctions,
+    registerQueryFunctions,
     registerNumberFunctions,
     registerJsonFunctions,
     registerFileFunctions,

@@ -6,6 +6,7 @@
 #include <angelscript/scriptarray.h>
 
 #include <string>
+#include <vector>
 
 // The `fixture`, `shape` and `vertex` handles' methods and their global
 // functions. Editor tools and panels call these same functions.
@@ -95,3 +96,19 @@ void selectAll(const AngelScript::CScriptArray& vertices);
 void deselectAll(const AngelScript::CScriptArray& vertices);
 void deleteAll(const AngelScript::CScriptArray& vertices);
 } // namespace VertexApi
+
+class MetaFixture;
+
+// Recorded edits of a fixture's vertex list, shared by the fixture and
+// vertex handles and the transforms.
+namespace VertexEdits
+{
+/// Moves vertex `index` to `p` (body coordinates).
+void move(MetaFixture& fixture, int index, Vec2 p);
+/// Inserts a vertex at `index`; false when refused.
+bool insert(MetaFixture& fixture, int index, Vec2 p);
+/// Removes vertex `index` unless the shapes need it.
+void remove(MetaFixture& fixture, int index);
+/// Replaces the whole list with moves, insertions and deletions.
+void replaceAll(MetaFixture& fixture, const std::vector<Vec2>& points);
+} // namespace VertexEdits

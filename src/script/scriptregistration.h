@@ -38,6 +38,14 @@ void registerObject(ScriptRegistrar& reg);
 void registerWorldFunctions(ScriptRegistrar& reg);
 /// Cursor, view, mouse, keyboard, edit mode and action menu folder.
 void registerEditorStateFunctions(ScriptRegistrar& reg);
+/// get<Kinds>ByCustom<Type>() for every item kind.
+void registerSearchFunctions(ScriptRegistrar& reg);
+/// The sort and filter function types and sort<Kinds>() / filter<Kinds>().
+void registerSortFunctions(ScriptRegistrar& reg);
+/// The hook data functions (getHookEventName(), getManipulatedBodies(), ...).
+void registerHookDataFunctions(ScriptRegistrar& reg);
+/// The query dialog functions (queryOpenFile(), queryYesNo(), ...).
+void registerQueryFunctions(ScriptRegistrar& reg);
 /// print() for every handle type and array of handles.
 void registerHandlePrintFunctions(ScriptRegistrar& reg);
 

@@ -8,6 +8,7 @@ target_sources(plaxcore PRIVATE
   script/register_files.cpp
   script/register_fixture.cpp
   script/register_handles.cpp
+  script/register_hookdata.cpp
   script/register_image.cpp
   script/register_joint.cpp
   script/register_json.cpp
@@ -15,9 +16,12 @@ target_sources(plaxcore PRIVATE
   script/register_object.cpp
   script/register_path.cpp
   script/register_print.cpp
+  script/register_queries.cpp
   script/register_printhandles.cpp
   script/register_sampler.cpp
+  script/register_search.cpp
   script/register_shape.cpp
+  script/register_sort.cpp
   script/register_vec2.cpp
   script/register_vertex.cpp
   script/register_world.cpp
@@ -34,9 +38,11 @@ target_sources(plaxcore PRIVATE
   script/scriptexecution.cpp script/scriptexecution.h
   script/scriptfixture.cpp script/scriptfixture.h
   script/scripthandles.h
+  script/scripthookdata.cpp script/scripthookdata.h
   script/scripthooks.h
   script/scriptitemhandles.cpp script/scriptitemhandles.h
   script/scriptitemops.cpp script/scriptitemops.h
+  script/scriptkinds.h
   script/scriptlimits.cpp script/scriptlimits.h
   script/scriptlog.cpp script/scriptlog.h
   script/scriptmass.cpp script/scriptmass.h
@@ -45,9 +51,11 @@ target_sources(plaxcore PRIVATE
   script/scriptmodules.cpp script/scriptmodules.h
   script/scriptoutput.cpp script/scriptoutput.h
   script/scriptpreprocessor.cpp script/scriptpreprocessor.h
+  script/scriptqueries.h
   script/scriptregistrar.cpp script/scriptregistrar.h
   script/scriptregistration.h
   script/scriptstate.cpp script/scriptstate.h
+  script/scripttransform.cpp script/scripttransform.h
   script/scriptuihooks.cpp script/scriptuihooks.h
   script/scriptvec2.cpp script/scriptvec2.h
   script/scriptwatchdog.cpp script/scriptwatchdog.h

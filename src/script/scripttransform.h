@@ -1,0 +1,29 @@
+#pragma once
+
+#include "script/scripthandles.h"
+
+#include <angelscript.h>
+#include <angelscript/scriptarray.h>
+
+class ScriptRegistrar;
+
+// translate, rotate, scale, duplicate and step of plaxscript, and the
+// editor's selection centre. Every change goes through the recorded setters.
+//
+// Pivot modes of rotate and scale: 0 turns or scales each item about its own
+// centre (a body's or object's origin, an image's or sampler's centre, a
+// fixture's vertex centroid, a vertex in place); 1 about the centre of all the
+// items given (for one item the same as 0); 2 about the cursor. The anchor
+// selector of a joint's translate and rotate: 0 anchor A, 1 anchor B, any
+// other value both.
+namespace TransformApi
+{
+/// Edit mode indices of getSelectionCenter: 0 bodies, 1 fixtures, 2
+/// vertices, 3 joints, 4 images, 5 samplers, 6 objects.
+ScriptVec2 getSelectionCenter(int mode);
+
+/// Registers translate, rotate and scale for every handle type and array.
+void registerTransforms(ScriptRegistrar& reg);
+/// Registers duplicate for every handle type and array, and step.
+void registerDuplicateAndStep(ScriptRegistrar& reg);
+} // namespace TransformApi
