@@ -60,4 +60,5 @@ target_sources(plaxcore PRIVATE
   script/scriptvec2.cpp script/scriptvec2.h
   script/scriptwatchdog.cpp script/scriptwatchdog.h
   script/scriptworld.cpp script/scriptworld.h
+  script/selectionedits.cpp script/selectionedits.h
 )
