@@ -5,6 +5,7 @@
 #include "script/scriptapisupport.h"
 #include "script/scriptcustomprops.h"
 #include "script/scriptitemops.h"
+#include "script/scriptkinds.h"
 #include "script/scriptregistrar.h"
 
 #include <angelscript/scriptarray.h>
@@ -16,72 +17,52 @@ using namespace AngelScript;
 
 namespace
 {
-// What differs between the kinds.
+// What differs between the kinds, beyond HandleKind.
 template <class Handle>
 struct Kind;
 
 template <>
-struct Kind<ScriptJoint>
+struct Kind<ScriptJoint> : HandleKind<ScriptJoint>
 {
-    using Item = MetaJoint;
     static constexpr ItemKind kind = ItemKind::Joint;
-    static constexpr const char* type = "joint";
     static constexpr const char* name = "Joint";
-    static constexpr const char* plural = "Joints";
     static constexpr const char* shortSelected = "sj";
     static constexpr const char* shortAll = "aj";
-    static ScriptJoint handle(const MetaJoint* item) { return ScriptApi::jointHandle(item); }
     static MetaJoint* add(ItemId id, const QString& json) { return ItemOps::addJoint(id, json); }
     static void remove(MetaJoint& item) { ItemOps::deleteJoint(item); }
-    static const auto& items(MetaWorld& world) { return world.joints(); }
 };
 
 template <>
-struct Kind<ScriptImage>
+struct Kind<ScriptImage> : HandleKind<ScriptImage>
 {
-    using Item = MetaImage;
     static constexpr ItemKind kind = ItemKind::Image;
-    static constexpr const char* type = "image";
     static constexpr const char* name = "Image";
-    static constexpr const char* plural = "Images";
     static constexpr const char* shortSelected = "si";
     static constexpr const char* shortAll = "ai";
-    static ScriptImage handle(const MetaImage* item) { return ScriptApi::imageHandle(item); }
     static MetaImage* add(ItemId id, const QString& json) { return ItemOps::addImage(id, json); }
     static void remove(MetaImage& item) { ItemOps::deleteImage(item); }
-    static const auto& items(MetaWorld& world) { return world.images(); }
 };
 
 template <>
-struct Kind<ScriptSampler>
+struct Kind<ScriptSampler> : HandleKind<ScriptSampler>
 {
-    using Item = MetaSampler;
     static constexpr ItemKind kind = ItemKind::Sampler;
-    static constexpr const char* type = "sampler";
     static constexpr const char* name = "Sampler";
-    static constexpr const char* plural = "Samplers";
     static constexpr const char* shortSelected = "ss";
     static constexpr const char* shortAll = "as";
-    static ScriptSampler handle(const MetaSampler* item) { return ScriptApi::samplerHandle(item); }
     static MetaSampler* add(ItemId id, const QString& json) { return ItemOps::addSampler(id, json); }
     static void remove(MetaSampler& item) { ItemOps::deleteSampler(item); }
-    static const auto& items(MetaWorld& world) { return world.samplers(); }
 };
 
 template <>
-struct Kind<ScriptObject>
+struct Kind<ScriptObject> : HandleKind<ScriptObject>
 {
-    using Item = MetaObject;
     static constexpr ItemKind kind = ItemKind::Object;
-    static constexpr const char* type = "object";
     static constexpr const char* name = "Object";
-    static constexpr const char* plural = "Objects";
     static constexpr const char* shortSelected = "so";
     static constexpr const char* shortAll = "ao";
-    static ScriptObject handle(const MetaObject* item) { return ScriptApi::objectHandle(item); }
     static MetaObject* add(ItemId id, const QString& json) { return ItemOps::addObject(id, json); }
     static void remove(MetaObject& item) { ItemOps::deleteObject(item); }
-    static const auto& items(MetaWorld& world) { return world.objects(); }
 };
 
 template <class Handle>
@@ -102,9 +83,9 @@ struct Members
     {
         std::vector<const Item*> items;
         if (MetaWorld* world = ScriptApi::world())
-            for (const auto& item : K::items(*world))
+            for (const Item* item : K::items(*world))
                 if (keep(*item))
-                    items.push_back(item.get());
+                    items.push_back(item);
         return items;
     }
 
