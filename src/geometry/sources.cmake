@@ -1,6 +1,7 @@
 # Box2D fixture construction from scene fixtures, polygon decomposition.
 target_sources(plaxcore PRIVATE
   geometry/bayazit.cpp geometry/bayazit.h
+  geometry/bayazitpredicates.h
   geometry/convexpiece.cpp geometry/convexpiece.h
   geometry/decomposition.cpp geometry/decomposition.h
   geometry/decompositionsettings.cpp geometry/decompositionsettings.h
@@ -10,6 +11,7 @@ target_sources(plaxcore PRIVATE
   geometry/fixturedef.cpp geometry/fixturedef.h
   geometry/geometryconstants.h
   geometry/massguard.cpp geometry/massguard.h
+  geometry/segmentgrid.cpp geometry/segmentgrid.h
   geometry/triangulation.cpp geometry/triangulation.h
   geometry/vertexcheck.cpp geometry/vertexcheck.h
 )
