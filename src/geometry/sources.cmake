@@ -2,6 +2,7 @@
 target_sources(plaxcore PRIVATE
   geometry/bayazit.cpp geometry/bayazit.h
   geometry/bayazitpredicates.h
+  geometry/box2dpolygon.cpp geometry/box2dpolygon.h
   geometry/convexpiece.cpp geometry/convexpiece.h
   geometry/decomposition.cpp geometry/decomposition.h
   geometry/decompositionsettings.cpp geometry/decompositionsettings.h
