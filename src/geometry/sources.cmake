@@ -7,6 +7,7 @@ target_sources(plaxcore PRIVATE
   geometry/decomposition.cpp geometry/decomposition.h
   geometry/decompositionsettings.cpp geometry/decompositionsettings.h
   geometry/dvec2.h
+  geometry/earclipping.cpp geometry/earclipping.h
   geometry/edgequad.cpp geometry/edgequad.h
   geometry/fixturebuilder.cpp geometry/fixturebuilder.h
   geometry/fixturedef.cpp geometry/fixturedef.h

@@ -11,8 +11,8 @@ using TriangleIndices = std::array<int, 3>;
 /// Constrained Delaunay triangulation of a ring's interior, with the ring's
 /// edges as the constraints and no added points.
 ///
-/// The ring is first triangulated by ear clipping (either winding is accepted;
-/// a clockwise ring is walked backwards), then interior diagonals are flipped
+/// The ring is first triangulated by ear clipping (clipEars; either winding is
+/// accepted, a clockwise ring is walked backwards), then interior diagonals are flipped
 /// (Lawson) until each one is locally Delaunay: the vertex across it lies
 /// outside the circumcircle of the triangle on its other side. For a simple
 /// ring that is the constrained Delaunay triangulation.
