@@ -19,12 +19,25 @@ using Ring = std::vector<DVec2>;
 // One ring still to decompose: a circular list of nodes starting at `head`.
 // Node keys increase along the ring from some node on (one wrap), so the
 // position of a node in the ring's own order follows from its key and the
-// head's key; the reflex nodes are kept ordered by key.
+// head's key; the reflex nodes are kept ordered by key. A big ring that is
+// queried often files its edges in its own grid; when it is split the larger
+// half keeps the grid (the edges that left are taken out of it) and the
+// smaller half starts over with plain scans.
+struct EdgeGrid
+{
+    SegmentGrid grid;
+    // Id -> start node of the edge filed under it.
+    std::vector<int> records;
+};
+
 struct RingState
 {
     int head = -1;
     int size = 0;
     std::set<std::pair<double, int>> reflex;
+    // Edge scans made over this ring; past a few, it gets a grid of its edges.
+    long long scanned = 0;
+    std::unique_ptr<EdgeGrid> edges;
 };
 
 struct Hit
@@ -40,7 +53,6 @@ public:
     Engine(const Ring& ring, const BayazitPieceCheck& check) : m_points(ring), m_check(check)
     {
         const int n = int(ring.size());
-        m_scanBudget = 16LL * n + 1024;
         const int r = newRing();
         for (int k = 0; k < n; ++k) {
             const int node = newNode(k, double(k), r);
@@ -96,7 +108,7 @@ private:
         m_prev.push_back(-1);
         m_key.push_back(key);
         m_owner.push_back(ring);
-        m_version.push_back(0);
+        m_record.push_back(-1);
         return int(m_vert.size()) - 1;
     }
 
@@ -134,36 +146,47 @@ private:
         return ka < kb;
     }
 
-    // The edge starting at node changed (or is new): file it in the grid.
+    // Takes the node's edge out of its ring's grid, if it is filed there.
+    void unfile(int node)
+    {
+        int& id = m_record[size_t(node)];
+        if (id < 0)
+            return;
+        m_rings[size_t(owner(node))].edges->grid.remove(id);
+        id = -1;
+    }
+
+    // The edge starting at node changed (or is new): file it in its ring's grid.
     void edgeChanged(int node)
     {
-        ++m_version[size_t(node)];
-        if (!m_grid)
+        unfile(node);
+        EdgeGrid* edges = m_rings[size_t(owner(node))].edges.get();
+        if (!edges)
             return;
-        const int id = int(m_records.size());
-        m_records.push_back({node, m_version[size_t(node)]});
-        m_grid->insert(id, at(node), at(next(node)));
+        const int id = int(edges->records.size());
+        edges->records.push_back(node);
+        edges->grid.insert(id, at(node), at(next(node)));
+        m_record[size_t(node)] = id;
     }
 
-    // The edge starting at the node recorded under id, if it still exists in ring r.
-    int liveEdge(int id, int r) const
-    {
-        const auto [node, version] = m_records[size_t(id)];
-        return m_owner[size_t(node)] == r && m_version[size_t(node)] == version ? node : -1;
-    }
+    int filedNode(const EdgeGrid& edges, int id) const { return edges.records[size_t(id)]; }
 
-    void buildGridIfWorthIt()
+    void buildGridIfWorthIt(int r)
     {
-        if (m_grid || m_scanWork <= m_scanBudget)
+        RingState& ring = m_rings[size_t(r)];
+        if (ring.edges || ring.scanned <= 8LL * ring.size + 4096)
             return;
-        size_t alive = 0;
-        for (int owner : m_owner)
-            alive += owner >= 0 ? 1 : 0;
-        m_grid = std::make_unique<SegmentGrid>(m_points, 2 * alive);
-        for (int node = 0; node < int(m_owner.size()); ++node) {
-            if (m_owner[size_t(node)] >= 0)
-                edgeChanged(node);
-        }
+        std::vector<DVec2> points;
+        int node = ring.head;
+        do {
+            points.push_back(at(node));
+            node = next(node);
+        } while (node != ring.head);
+        ring.edges = std::make_unique<EdgeGrid>(EdgeGrid{SegmentGrid(points, points.size() / 2 + 1), {}});
+        do {
+            edgeChanged(node);
+            node = next(node);
+        } while (node != ring.head);
     }
 
     // Calls f(start node) for every edge of ring r.
@@ -176,7 +199,7 @@ private:
             f(node);
             node = next(node);
         } while (node != head);
-        m_scanWork += m_rings[size_t(r)].size;
+        m_rings[size_t(r)].scanned += m_rings[size_t(r)].size;
     }
 
     // Nearest edge hit by the forward extension of edge (i-1, i): an edge
@@ -212,13 +235,12 @@ private:
     template <class Consider>
     void castRay(int r, const DVec2& from, const DVec2& direction, Hit& hit, Consider&& consider)
     {
-        const double margin = 2 * m_grid->cellSize();
-        m_grid->walk(
-            from, m_grid->exitPoint(from, direction),
+        EdgeGrid& edges = *m_rings[size_t(r)].edges;
+        const double margin = 2 * edges.grid.cellSize();
+        edges.grid.walk(
+            from, edges.grid.exitPoint(from, direction),
             [&](int id) {
-                const int node = liveEdge(id, r);
-                if (node >= 0)
-                    consider(node);
+                consider(filedNode(edges, id));
                 return true;
             },
             [&](double distance) { return hit.node < 0 || std::sqrt(hit.distance) + margin >= distance; });
@@ -226,7 +248,7 @@ private:
 
     void findHits(int r, int i, Hit& lower, Hit& upper)
     {
-        if (!m_grid) {
+        if (!m_rings[size_t(r)].edges) {
             scanEdges(r, [&](int s) {
                 considerLower(r, i, s, lower);
                 considerUpper(r, i, s, upper);
@@ -261,16 +283,15 @@ private:
             if (segmentsTouch(pi, pj, at(k), at(k1)))
                 blocked = true;
         };
-        if (!m_grid) {
+        EdgeGrid* edges = m_rings[size_t(r)].edges.get();
+        if (!edges) {
             scanEdges(r, test);
             return !blocked;
         }
-        m_grid->walk(
+        edges->grid.walk(
             pi, pj,
             [&](int id) {
-                const int node = liveEdge(id, r);
-                if (node >= 0)
-                    test(node);
+                test(filedNode(*edges, id));
                 return !blocked;
             },
             [](double) { return true; });
@@ -302,7 +323,7 @@ private:
             if (j == to)
                 break;
         }
-        m_scanWork += order;
+        m_rings[size_t(r)].scanned += order;
         // Highest score first, the earliest in the range among equals: the
         // first visible one is the one a scan of all visible vertices picks.
         auto lower = [](const Candidate& a, const Candidate& b) {
@@ -341,6 +362,7 @@ private:
         auto& target = m_rings[size_t(toRing)].reflex;
         int node = from;
         do {
+            unfile(node);
             m_owner[size_t(node)] = toRing;
             const auto entry = std::make_pair(m_key[size_t(node)], node);
             if (source.erase(entry))
@@ -368,7 +390,7 @@ private:
 
     bool split(int r, int i)
     {
-        buildGridIfWorthIt();
+        buildGridIfWorthIt(r);
         Hit lower, upper;
         findHits(r, i, lower, upper);
         if (lower.node < 0 || upper.node < 0)
@@ -405,11 +427,10 @@ private:
         m_prev[size_t(i2)] = pi;
         m_next[size_t(i2)] = b2;
         m_prev[size_t(b2)] = i2;
+        finishSplit(r, i, lowerSize, b2, upperSize, lowerShorter);
         edgeChanged(best);
         edgeChanged(b2);
         edgeChanged(i2);
-
-        finishSplit(r, i, lowerSize, b2, upperSize, lowerShorter);
         updateReflex(owner(i), i);
         updateReflex(owner(best), best);
         updateReflex(owner(b2), b2);
@@ -449,12 +470,11 @@ private:
         m_prev[size_t(i2)] = pi;
         m_next[size_t(i2)] = s2;
         m_prev[size_t(s2)] = i2;
+        finishSplit(r, i, lowerSize, s2, upperSize, lowerShorter);
         edgeChanged(u);
         edgeChanged(s);
         edgeChanged(s2);
         edgeChanged(i2);
-
-        finishSplit(r, i, lowerSize, s2, upperSize, lowerShorter);
         for (int node : {i, u, s, s2, l, i2})
             updateReflex(owner(node), node);
     }
@@ -486,21 +506,20 @@ private:
         do {
             piece.push_back(at(node));
             m_owner[size_t(node)] = -1;
+            m_record[size_t(node)] = -1;
             node = next(node);
         } while (node != head);
+        m_rings[size_t(r)].edges.reset();
         return piece;
     }
 
     std::vector<DVec2> m_points;
     const BayazitPieceCheck& m_check;
-    std::vector<int> m_vert, m_next, m_prev, m_owner, m_version;
+    // Per node: its point, neighbours, ring, and id in that ring's grid (or -1).
+    std::vector<int> m_vert, m_next, m_prev, m_owner, m_record;
     std::vector<double> m_key;
     std::vector<RingState> m_rings;
     std::vector<int> m_pending;
-    std::unique_ptr<SegmentGrid> m_grid;
-    std::vector<std::pair<int, int>> m_records;
-    long long m_scanWork = 0;
-    long long m_scanBudget = 0;
 };
 } // namespace
 

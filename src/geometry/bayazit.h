@@ -32,8 +32,8 @@ using BayazitPieceCheck = std::function<bool(const std::vector<DVec2>&)>;
 /// at the diagonal's far end (or the Steiner point) for the second.
 ///
 /// Halves are linked lists, not copies, and once the edge scans of a big ring
-/// add up, a grid of the edges answers the hit and visibility queries; the
-/// pieces are the same either way.
+/// add up, a grid of that ring's edges answers its hit and visibility
+/// queries; the pieces are the same either way.
 ///
 /// Refused, with no pieces: fewer than three points, non-finite coordinates, a
 /// clockwise or zero-area ring, a reflex vertex whose edges hit nothing or see

@@ -52,16 +52,46 @@ public:
         list.pop_back();
     }
 
-    // Calls f(k) for the remaining points in the cells of the box of a, b, c;
-    // stops when f returns false.
+    // Calls f(k) for the remaining points in the cells that the triangle a, b,
+    // c touches (row by row, so a long thin triangle costs its own area, not
+    // that of its box); stops when f returns false.
     template <class F>
     bool forEachNear(const DVec2& a, const DVec2& b, const DVec2& c, F&& f) const
     {
-        const int x0 = cellX(std::min({a.x, b.x, c.x}) - m_margin);
-        const int x1 = cellX(std::max({a.x, b.x, c.x}) + m_margin);
         const int y0 = cellY(std::min({a.y, b.y, c.y}) - m_margin);
         const int y1 = cellY(std::max({a.y, b.y, c.y}) + m_margin);
+        const DVec2 corners[3] = {a, b, c};
         for (int y = y0; y <= y1; ++y) {
+            // The triangle's x extent within this row: its corners in the row
+            // and its sides cut at the row's lower and upper lines.
+            const double low = m_minY + y * m_cell - m_margin;
+            const double high = low + m_cell + 2 * m_margin;
+            double minX = INFINITY, maxX = -INFINITY;
+            for (int e = 0; e < 3; ++e) {
+                const DVec2& p = corners[e];
+                const DVec2& q = corners[(e + 1) % 3];
+                double t0 = 0, t1 = 1;
+                const double dy = q.y - p.y;
+                if (dy == 0) {
+                    if (p.y < low || p.y > high)
+                        continue;
+                } else {
+                    double ta = (low - p.y) / dy, tb = (high - p.y) / dy;
+                    if (ta > tb)
+                        std::swap(ta, tb);
+                    t0 = std::max(t0, ta);
+                    t1 = std::min(t1, tb);
+                    if (t0 > t1)
+                        continue;
+                }
+                const double xa = p.x + (q.x - p.x) * t0, xb = p.x + (q.x - p.x) * t1;
+                minX = std::min({minX, xa, xb});
+                maxX = std::max({maxX, xa, xb});
+            }
+            if (minX > maxX)
+                continue;
+            const int x0 = cellX(minX - m_margin);
+            const int x1 = cellX(maxX + m_margin);
             for (int x = x0; x <= x1; ++x) {
                 for (int k : m_cells[size_t(y) * size_t(m_nx) + size_t(x)]) {
                     if (!f(k))

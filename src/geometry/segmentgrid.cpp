@@ -43,10 +43,11 @@ void SegmentGrid::cellRange(const DVec2& p, const DVec2& q, int& x0, int& y0, in
 int SegmentGrid::steps(const DVec2& a, const DVec2& b) const
 {
     const double length = std::sqrt(distanceSquared(a, b));
-    return std::max(1, int(std::min(std::ceil(2 * length / m_cell), 1e8)));
+    return std::max(1, int(std::min(std::ceil(length / m_cell), 1e8)));
 }
 
-void SegmentGrid::insert(int id, const DVec2& a, const DVec2& b)
+template <class F>
+void SegmentGrid::forEachCell(const DVec2& a, const DVec2& b, F&& f)
 {
     const int count = steps(a, b);
     const DVec2 d = b - a;
@@ -61,11 +62,27 @@ void SegmentGrid::insert(int id, const DVec2& a, const DVec2& b)
             for (int x = x0; x <= x1; ++x) {
                 if (x >= lastX0 && x <= lastX1 && y >= lastY0 && y <= lastY1)
                     continue;
-                m_cells[size_t(y) * size_t(m_nx) + size_t(x)].push_back(id);
+                f(m_cells[size_t(y) * size_t(m_nx) + size_t(x)]);
             }
         }
         lastX0 = x0, lastY0 = y0, lastX1 = x1, lastY1 = y1;
     }
+}
+
+void SegmentGrid::insert(int id, const DVec2& a, const DVec2& b)
+{
+    if (size_t(id) >= m_removed.size()) {
+        m_removed.resize(size_t(id) + 1, 0);
+        m_seen.resize(size_t(id) + 1, 0);
+    }
+    m_removed[size_t(id)] = 0;
+    forEachCell(a, b, [id](std::vector<int>& cell) { cell.push_back(id); });
+}
+
+void SegmentGrid::remove(int id)
+{
+    if (size_t(id) < m_removed.size())
+        m_removed[size_t(id)] = 1;
 }
 
 DVec2 SegmentGrid::exitPoint(const DVec2& a, const DVec2& dir) const

@@ -13,8 +13,8 @@
 /// A segment is filed under every cell it passes through, with a small margin,
 /// and a query walks the cells along its own segment from its start, so any
 /// stored segment that shares a point with the query is visited. Ids are
-/// visited at most once per query. Removal is up to the caller (ids are plain
-/// integers; a stale id is simply skipped by the visitor).
+/// visited at most once per query. Removal only marks the id; cells drop
+/// removed ids when a query next walks through them.
 class SegmentGrid
 {
 public:
@@ -23,9 +23,11 @@ public:
 
     /// Files the segment a-b under the id.
     void insert(int id, const DVec2& a, const DVec2& b);
+    /// Takes a filed id out: queries no longer visit it.
+    void remove(int id);
 
     /// Calls visit(id) for the ids filed along the segment from a to b, in
-    /// steps of half a cell from a. Before each step, keepGoing(distance) is
+    /// steps of at most a cell from a. Before each step, keepGoing(distance) is
     /// asked with the distance from a that the step starts at; the walk ends
     /// when it returns false, when visit returns false, or at b.
     template <class Visit, class KeepGoing>
@@ -39,6 +41,9 @@ public:
 
 private:
     void cellRange(const DVec2& p, const DVec2& q, int& x0, int& y0, int& x1, int& y1) const;
+    // Calls f(cell list) once for every cell the segment a-b is filed under.
+    template <class F>
+    void forEachCell(const DVec2& a, const DVec2& b, F&& f);
     int steps(const DVec2& a, const DVec2& b) const;
 
     double m_minX = 0;
@@ -49,6 +54,7 @@ private:
     int m_ny = 1;
     std::vector<std::vector<int>> m_cells;
     std::vector<std::uint32_t> m_seen;
+    std::vector<char> m_removed;
     std::uint32_t m_stamp = 0;
 };
 
@@ -71,15 +77,23 @@ void SegmentGrid::walk(const DVec2& a, const DVec2& b, Visit&& visit, KeepGoing&
         cellRange(p, q, x0, y0, x1, y1);
         for (int y = y0; y <= y1; ++y) {
             for (int x = x0; x <= x1; ++x) {
-                for (int id : m_cells[size_t(y) * size_t(m_nx) + size_t(x)]) {
-                    if (size_t(id) >= m_seen.size())
-                        m_seen.resize(size_t(id) + 1, 0);
-                    if (m_seen[size_t(id)] == m_stamp)
+                std::vector<int>& cell = m_cells[size_t(y) * size_t(m_nx) + size_t(x)];
+                // Drop removed ids on the way.
+                size_t kept = 0;
+                bool stop = false;
+                for (size_t k = 0; k < cell.size(); ++k) {
+                    const int id = cell[k];
+                    if (m_removed[size_t(id)])
+                        continue;
+                    cell[kept++] = id;
+                    if (stop || m_seen[size_t(id)] == m_stamp)
                         continue;
                     m_seen[size_t(id)] = m_stamp;
-                    if (!visit(id))
-                        return;
+                    stop = !visit(id);
                 }
+                cell.resize(kept);
+                if (stop)
+                    return;
             }
         }
     }
