@@ -6,6 +6,7 @@ target_sources(plaxcore PRIVATE
   geometry/convexpiece.cpp geometry/convexpiece.h
   geometry/decomposition.cpp geometry/decomposition.h
   geometry/decompositionsettings.cpp geometry/decompositionsettings.h
+  geometry/delaunayinsertion.cpp geometry/delaunayinsertion.h
   geometry/dvec2.h
   geometry/earclipping.cpp geometry/earclipping.h
   geometry/edgequad.cpp geometry/edgequad.h

@@ -1,6 +1,7 @@
 #include "geometry/triangulation.h"
 
 #include "geometry/convexpiece.h"
+#include "geometry/delaunayinsertion.h"
 #include "geometry/earclipping.h"
 
 #include <algorithm>
@@ -36,7 +37,8 @@ bool insideCircumcircle(const DVec2& a, const DVec2& b, const DVec2& c, const DV
     return t1 + t2 + t3 > 1e-12 * magnitude;
 }
 
-// Lawson flips of interior diagonals until each is locally Delaunay.
+} // namespace
+
 void flipToDelaunay(const std::vector<DVec2>& pts, std::vector<TriangleIndices>& triangles)
 {
     const int n = static_cast<int>(pts.size());
@@ -135,7 +137,6 @@ void flipToDelaunay(const std::vector<DVec2>& pts, std::vector<TriangleIndices>&
             stack.emplace_back(p, q);
     }
 }
-} // namespace
 
 std::vector<TriangleIndices> triangulateRing(const std::vector<DVec2>& ring)
 {
@@ -150,7 +151,9 @@ std::vector<TriangleIndices> triangulateRing(const std::vector<DVec2>& ring)
     const bool clockwise = signedArea(ring) < 0;
     for (int k = 0; k < n; ++k)
         order[k] = clockwise ? n - 1 - k : k;
-    std::vector<TriangleIndices> triangles = clipEars(ring, order);
+    std::vector<TriangleIndices> triangles;
+    if (!delaunayByInsertion(ring, order, triangles))
+        triangles = clipEars(ring, order);
     flipToDelaunay(ring, triangles);
     // Start every triangle at its lowest ring index (same orientation), which
     // keeps the output independent of the clipping order.

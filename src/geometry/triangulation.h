@@ -22,3 +22,10 @@ using TriangleIndices = std::array<int, 3>;
 /// overlapping; callers drop triangles with too small an area. Empty for fewer
 /// than three points or non-finite coordinates.
 std::vector<TriangleIndices> triangulateRing(const std::vector<DVec2>& ring);
+
+/// Lawson flips of the interior diagonals of a triangulation of the ring
+/// (ring edges join consecutive indices and are never flipped) until each is
+/// locally Delaunay: the corner across it lies outside, or within a rounding
+/// margin of, the circumcircle of the triangle on its other side. Flat
+/// triangles and non-convex quads are left alone; a budget bounds the flips.
+void flipToDelaunay(const std::vector<DVec2>& points, std::vector<TriangleIndices>& triangles);

@@ -2,6 +2,8 @@
 #include "geometrytestutil.h"
 
 #include "geometry/convexpiece.h"
+#include "geometry/delaunayinsertion.h"
+#include "geometry/earclipping.h"
 #include "geometry/triangulation.h"
 
 #include <gtest/gtest.h>
@@ -9,6 +11,7 @@
 #include <cmath>
 #include <map>
 #include <numbers>
+#include <set>
 
 namespace
 {
@@ -115,4 +118,83 @@ TEST(Triangulation, DegenerateAndNonSimpleRingsStillTerminate)
     EXPECT_EQ(triangulateRing(bowTie).size(), 2u);
     EXPECT_TRUE(triangulateRing({{0, 0}, {1, 1}}).empty());
     EXPECT_TRUE(triangulateRing({{0, 0}, {1, 1}, {NAN, 0}}).empty());
+}
+
+namespace
+{
+std::vector<int> identity(size_t n)
+{
+    std::vector<int> order(n);
+    for (size_t i = 0; i < n; ++i)
+        order[i] = int(i);
+    return order;
+}
+
+std::set<std::array<int, 3>> normalised(std::vector<TriangleIndices> tris)
+{
+    std::set<std::array<int, 3>> out;
+    for (TriangleIndices& t : tris) {
+        std::rotate(t.begin(), std::min_element(t.begin(), t.end()), t.end());
+        out.insert(t);
+    }
+    return out;
+}
+} // namespace
+
+TEST(Triangulation, InsertionAndEarClippingAgreeOnTheConstrainedDelaunayTriangles)
+{
+    // In general position the constrained Delaunay triangulation is unique:
+    // incremental insertion with forced ring edges and ear clipping must both
+    // reach it once the flips have settled the edges next to forced ones.
+    std::mt19937 rng(404);
+    std::vector<std::vector<Vec2>> rings;
+    for (int k = 0; k < 30; ++k)
+        rings.push_back(TestRings::randomStarShaped(rng, 10 + 37 * k, 0.3f, 3));
+    for (int teeth : {3, 17, 60})
+        rings.push_back(TestRings::comb(teeth));
+    // A long spiral corridor: most of its edges are not Delaunay edges of the
+    // points alone and have to be forced in.
+    std::vector<Vec2> spiral;
+    for (int i = 0; i <= 300; ++i) {
+        const double a = 0.05 * i, r = 1 + 0.3 * a;
+        spiral.push_back({float(r * std::cos(a)), float(r * std::sin(a))});
+    }
+    for (int i = 300; i >= 0; --i) {
+        const double a = 0.05 * i, r = 1.12 + 0.3 * a;
+        spiral.push_back({float(r * std::cos(a)), float(r * std::sin(a))});
+    }
+    rings.push_back(TestRings::reversed(spiral)); // counter-clockwise
+    for (size_t k = 0; k < rings.size(); ++k) {
+        SCOPED_TRACE(k);
+        const auto pts = wide(rings[k]);
+        std::vector<TriangleIndices> inserted;
+        ASSERT_TRUE(delaunayByInsertion(pts, identity(pts.size()), inserted));
+        EXPECT_EQ(inserted.size(), pts.size() - 2);
+        // Ear clipping alone, then the flips that triangulateRing applies.
+        std::vector<TriangleIndices> clipped = clipEars(pts, identity(pts.size()));
+        EXPECT_EQ(clipped.size(), pts.size() - 2);
+        flipToDelaunay(pts, inserted);
+        flipToDelaunay(pts, clipped);
+        EXPECT_EQ(normalised(inserted), normalised(clipped));
+        EXPECT_EQ(normalised(inserted), normalised(triangulateRing(pts)));
+        EXPECT_LE(worstDelaunayExcess(pts, inserted), 1e-9);
+    }
+    // Not handled: repeated points; triangulateRing still gives n - 2 by ear clipping.
+    const std::vector<DVec2> pinched{{0, 0}, {2, 0}, {1, 1}, {2, 2}, {0, 2}, {1, 1}};
+    std::vector<TriangleIndices> none;
+    EXPECT_FALSE(delaunayByInsertion(pinched, identity(pinched.size()), none));
+    EXPECT_TRUE(none.empty());
+    EXPECT_EQ(triangulateRing(pinched).size(), 4u);
+}
+
+TEST(Triangulation, BigSmoothRingIsDelaunay)
+{
+    // 20,000 points on a flat ellipse: ear clipping alone would leave the
+    // flips most of the work; insertion hands them a finished triangulation.
+    std::vector<Vec2> ring;
+    for (int i = 0; i < 20000; ++i) {
+        const double a = 2 * std::numbers::pi * i / 20000;
+        ring.push_back({static_cast<float>(400 * std::cos(a)), static_cast<float>(100 * std::sin(a))});
+    }
+    expectValidTriangulation(ring);
 }
