@@ -28,16 +28,7 @@ SegmentGrid::SegmentGrid(const std::vector<DVec2>& points, size_t cellTarget)
     m_nx = int(std::min(w / m_cell + 3, 1e8));
     m_ny = int(std::min(h / m_cell + 3, 1e8));
     m_cells.resize(size_t(m_nx) * size_t(m_ny));
-}
-
-void SegmentGrid::cellRange(const DVec2& p, const DVec2& q, int& x0, int& y0, int& x1, int& y1) const
-{
-    auto clampX = [&](double v) { return std::clamp(int(std::floor((v - m_minX) / m_cell)), 0, m_nx - 1); };
-    auto clampY = [&](double v) { return std::clamp(int(std::floor((v - m_minY) / m_cell)), 0, m_ny - 1); };
-    x0 = clampX(std::min(p.x, q.x) - m_margin);
-    x1 = clampX(std::max(p.x, q.x) + m_margin);
-    y0 = clampY(std::min(p.y, q.y) - m_margin);
-    y1 = clampY(std::max(p.y, q.y) + m_margin);
+    m_cellSeen.assign(m_cells.size(), 0);
 }
 
 int SegmentGrid::steps(const DVec2& a, const DVec2& b) const

@@ -40,7 +40,15 @@ public:
     DVec2 exitPoint(const DVec2& a, const DVec2& dir) const;
 
 private:
-    void cellRange(const DVec2& p, const DVec2& q, int& x0, int& y0, int& x1, int& y1) const;
+    void cellRange(const DVec2& p, const DVec2& q, int& x0, int& y0, int& x1, int& y1) const
+    {
+        x0 = cellX(std::min(p.x, q.x) - m_margin);
+        x1 = cellX(std::max(p.x, q.x) + m_margin);
+        y0 = cellY(std::min(p.y, q.y) - m_margin);
+        y1 = cellY(std::max(p.y, q.y) + m_margin);
+    }
+    int cellX(double x) const { return std::clamp(int(std::floor((x - m_minX) / m_cell)), 0, m_nx - 1); }
+    int cellY(double y) const { return std::clamp(int(std::floor((y - m_minY) / m_cell)), 0, m_ny - 1); }
     // Calls f(cell list) once for every cell the segment a-b is filed under.
     template <class F>
     void forEachCell(const DVec2& a, const DVec2& b, F&& f);
@@ -54,6 +62,7 @@ private:
     int m_ny = 1;
     std::vector<std::vector<int>> m_cells;
     std::vector<std::uint32_t> m_seen;
+    std::vector<std::uint32_t> m_cellSeen;
     std::vector<char> m_removed;
     std::uint32_t m_stamp = 0;
 };
@@ -63,6 +72,7 @@ void SegmentGrid::walk(const DVec2& a, const DVec2& b, Visit&& visit, KeepGoing&
 {
     if (++m_stamp == 0) {
         std::fill(m_seen.begin(), m_seen.end(), 0);
+        std::fill(m_cellSeen.begin(), m_cellSeen.end(), 0);
         m_stamp = 1;
     }
     const int count = steps(a, b);
@@ -77,7 +87,11 @@ void SegmentGrid::walk(const DVec2& a, const DVec2& b, Visit&& visit, KeepGoing&
         cellRange(p, q, x0, y0, x1, y1);
         for (int y = y0; y <= y1; ++y) {
             for (int x = x0; x <= x1; ++x) {
-                std::vector<int>& cell = m_cells[size_t(y) * size_t(m_nx) + size_t(x)];
+                const size_t index = size_t(y) * size_t(m_nx) + size_t(x);
+                if (m_cellSeen[index] == m_stamp)
+                    continue;
+                m_cellSeen[index] = m_stamp;
+                std::vector<int>& cell = m_cells[index];
                 // Drop removed ids on the way.
                 size_t kept = 0;
                 bool stop = false;
