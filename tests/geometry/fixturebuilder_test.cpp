@@ -323,6 +323,8 @@ TEST_F(FixtureBuilding, JunkVertexListsNeverTripBox2D)
         ++listed;
     EXPECT_EQ(listed, created);
     EXPECT_GT(created, 0);
+    settleBodyMass(m_body, "junk");
+    EXPECT_GT(m_body->GetMass(), 0.0f);
     for (int i = 0; i < 30; ++i)
         m_world.Step(1.0f / 60, 8, 3);
     EXPECT_TRUE(m_body->GetPosition().IsValid());
