@@ -502,5 +502,23 @@ bool delaunayByInsertion(const std::vector<DVec2>& points, const std::vector<int
         triangles.clear();
         return false;
     }
+    // Rounding must not have turned a triangle over or lost area.
+    double area = 0;
+    double ringArea = 0;
+    for (const std::array<int, 3>& t : triangles) {
+        const double twice = orient2d(points[size_t(t[0])], points[size_t(t[1])], points[size_t(t[2])]);
+        if (!(twice > 0)) {
+            triangles.clear();
+            return false;
+        }
+        area += twice;
+    }
+    for (size_t k = 0; k < n; ++k)
+        ringArea += cross(points[size_t(order[k])] - points[size_t(order[0])],
+                          points[size_t(order[(k + 1) % n])] - points[size_t(order[0])]);
+    if (!(std::fabs(area - ringArea) <= 1e-9 * std::fabs(ringArea) + 1e-300)) {
+        triangles.clear();
+        return false;
+    }
     return true;
 }

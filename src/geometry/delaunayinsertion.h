@@ -15,7 +15,8 @@
 ///
 /// Gives false, and no triangles, for rings it does not handle: repeated
 /// points, points on other edges, or numerical trouble (a walk or flip budget
-/// exceeded, a result that is not n - 2 triangles inside the ring); callers
+/// exceeded, a result that is not n - 2 counter-clockwise triangles inside the
+/// ring adding up to its area); callers
 /// then fall back to ear clipping. The triangles are triples of point indices,
 /// counter-clockwise, Delaunay except next to forced edges (a pass of edge
 /// flips afterwards settles those).

@@ -1,6 +1,8 @@
 // Ear clipping with Delaunay edge flips.
 #include "geometrytestutil.h"
 
+#include "model/ringcheck.h"
+
 #include "geometry/convexpiece.h"
 #include "geometry/delaunayinsertion.h"
 #include "geometry/earclipping.h"
@@ -197,4 +199,42 @@ TEST(Triangulation, BigSmoothRingIsDelaunay)
         ring.push_back({static_cast<float>(400 * std::cos(a)), static_cast<float>(100 * std::sin(a))});
     }
     expectValidTriangulation(ring);
+}
+
+TEST(Triangulation, SimpleRingsOnAnIntegerLatticeAreTriangulatedExactly)
+{
+    // Lattice points make co-linear runs and co-circular quads common: the
+    // insertion either handles them or hands over to ear clipping, and either
+    // way the result covers the ring with n - 2 counter-clockwise triangles.
+    std::mt19937 rng(8);
+    int tested = 0;
+    for (int trial = 0; tested < 300 && trial < 5000; ++trial) {
+        const int n = 5 + trial % 40;
+        std::uniform_int_distribution<int> radius(2, 12);
+        std::vector<Vec2> ring;
+        for (int i = 0; i < n; ++i) {
+            const double a = 2 * std::numbers::pi * i / n;
+            const int r = radius(rng);
+            ring.push_back({float(std::lround(r * std::cos(a))), float(std::lround(r * std::sin(a)))});
+        }
+        // Consecutive repeats collapse; rings that touch themselves are skipped.
+        ring.erase(std::unique(ring.begin(), ring.end()), ring.end());
+        while (ring.size() > 1 && ring.front() == ring.back())
+            ring.pop_back();
+        if (ring.size() < 3 || ringSelfIntersects(ring) || !(std::fabs(TestRings::area(ring)) > 0))
+            continue;
+        SCOPED_TRACE(trial);
+        ++tested;
+        const auto pts = wide(ring);
+        const auto tris = triangulateRing(pts);
+        ASSERT_EQ(tris.size(), ring.size() - 2);
+        double sum = 0;
+        for (const TriangleIndices& t : tris) {
+            const double a = orient2d(pts[size_t(t[0])], pts[size_t(t[1])], pts[size_t(t[2])]) / 2;
+            EXPECT_GE(a, 0);
+            sum += a;
+        }
+        EXPECT_NEAR(sum, std::fabs(TestRings::area(ring)), 1e-9);
+    }
+    EXPECT_EQ(tested, 300);
 }
