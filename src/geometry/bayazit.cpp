@@ -1,239 +1,548 @@
 #include "geometry/bayazit.h"
 
+#include "geometry/bayazitpredicates.h"
 #include "geometry/convexpiece.h"
+#include "geometry/segmentgrid.h"
 
-#include <algorithm>
 #include <cfloat>
+#include <climits>
 #include <cmath>
+#include <memory>
+#include <set>
+
+using namespace BayazitPredicates;
 
 namespace
 {
 using Ring = std::vector<DVec2>;
 
-bool left(const DVec2& a, const DVec2& b, const DVec2& c)
+// One ring still to decompose: a circular list of nodes starting at `head`.
+// Node keys increase along the ring from some node on (one wrap), so the
+// position of a node in the ring's own order follows from its key and the
+// head's key; the reflex nodes are kept ordered by key. A big ring that is
+// queried often files its edges in its own grid; when it is split the larger
+// half keeps the grid (the edges that left are taken out of it) and the
+// smaller half starts over with plain scans.
+struct EdgeGrid
 {
-    return orient2d(a, b, c) > 0;
-}
+    SegmentGrid grid;
+    // Id -> start node of the edge filed under it.
+    std::vector<int> records;
+};
 
-bool leftOn(const DVec2& a, const DVec2& b, const DVec2& c)
+struct RingState
 {
-    return orient2d(a, b, c) >= 0;
-}
+    int head = -1;
+    int size = 0;
+    std::set<std::pair<double, int>> reflex;
+    // Edge scans made over this ring; past a few, it gets a grid of its edges.
+    long long scanned = 0;
+    std::unique_ptr<EdgeGrid> edges;
+};
 
-bool right(const DVec2& a, const DVec2& b, const DVec2& c)
+struct Hit
 {
-    return orient2d(a, b, c) < 0;
-}
+    double distance = DBL_MAX;
+    DVec2 point;
+    int node = -1;
+};
 
-bool rightOn(const DVec2& a, const DVec2& b, const DVec2& c)
-{
-    return orient2d(a, b, c) <= 0;
-}
-
-// Point where the line through p1, p2 meets the line through q1, q2.
-bool lineIntersection(const DVec2& p1, const DVec2& p2, const DVec2& q1, const DVec2& q2, DVec2& out)
-{
-    const DVec2 r = p2 - p1;
-    const DVec2 s = q2 - q1;
-    const double denominator = cross(r, s);
-    if (denominator == 0 || !std::isfinite(denominator))
-        return false;
-    const double t = cross(q1 - p1, s) / denominator;
-    out = p1 + r * t;
-    return std::isfinite(out.x) && std::isfinite(out.y);
-}
-
-bool onSegment(const DVec2& a, const DVec2& b, const DVec2& p)
-{
-    return std::min(a.x, b.x) <= p.x && p.x <= std::max(a.x, b.x) && std::min(a.y, b.y) <= p.y &&
-           p.y <= std::max(a.y, b.y);
-}
-
-int sign(double v)
-{
-    return (v > 0) - (v < 0);
-}
-
-// Closed segments a-b and c-d share a point.
-bool segmentsTouch(const DVec2& a, const DVec2& b, const DVec2& c, const DVec2& d)
-{
-    const int o1 = sign(orient2d(a, b, c));
-    const int o2 = sign(orient2d(a, b, d));
-    const int o3 = sign(orient2d(c, d, a));
-    const int o4 = sign(orient2d(c, d, b));
-    if (o1 != o2 && o3 != o4)
-        return true;
-    return (o1 == 0 && onSegment(a, b, c)) || (o2 == 0 && onSegment(a, b, d)) || (o3 == 0 && onSegment(c, d, a)) ||
-           (o4 == 0 && onSegment(c, d, b));
-}
-
-class Decomposer
+class Engine
 {
 public:
-    explicit Decomposer(const Ring& ring) : m_ring(ring), m_n(static_cast<int>(ring.size())) {}
-
-    const DVec2& at(int i) const { return m_ring[((i % m_n) + m_n) % m_n]; }
-    int wrap(int i) const { return ((i % m_n) + m_n) % m_n; }
-
-    bool isReflex(int i) const { return right(at(i - 1), at(i), at(i + 1)); }
-
-    int firstReflex() const
+    Engine(const Ring& ring, const BayazitPieceCheck& check) : m_points(ring), m_check(check)
     {
-        for (int i = 0; i < m_n; ++i) {
-            if (isReflex(i))
-                return i;
+        const int n = int(ring.size());
+        const int r = newRing();
+        for (int k = 0; k < n; ++k) {
+            const int node = newNode(k, double(k), r);
+            m_next[size_t(node)] = (k + 1) % n;
+            m_prev[size_t(node)] = (k + n - 1) % n;
+        }
+        m_rings[size_t(r)].head = 0;
+        m_rings[size_t(r)].size = n;
+        for (int k = 0; k < n; ++k)
+            updateReflex(r, k);
+        m_pending.push_back(r);
+    }
+
+    BayazitOutcome run(std::vector<Ring>& pieces)
+    {
+        // Every split resolves one reflex vertex, so a simple ring needs fewer
+        // splits than it has vertices; the budget stops rings that are not simple.
+        size_t budget = 2 * m_points.size() + 8;
+        while (!m_pending.empty()) {
+            const int r = m_pending.back();
+            m_pending.pop_back();
+            const int reflex = firstReflex(r);
+            if (reflex < 0) {
+                Ring piece = finish(r);
+                if (m_check && !m_check(piece))
+                    return BayazitOutcome::PieceRejected;
+                pieces.push_back(std::move(piece));
+                continue;
+            }
+            if (budget-- == 0)
+                return BayazitOutcome::Refused;
+            if (!split(r, reflex))
+                return BayazitOutcome::Refused;
+        }
+        return BayazitOutcome::Done;
+    }
+
+private:
+    DVec2 at(int node) const { return m_points[size_t(m_vert[size_t(node)])]; }
+    int next(int node) const { return m_next[size_t(node)]; }
+    int prev(int node) const { return m_prev[size_t(node)]; }
+
+    int newRing()
+    {
+        m_rings.emplace_back();
+        return int(m_rings.size()) - 1;
+    }
+
+    int newNode(int vertex, double key, int ring)
+    {
+        m_vert.push_back(vertex);
+        m_next.push_back(-1);
+        m_prev.push_back(-1);
+        m_key.push_back(key);
+        m_owner.push_back(ring);
+        m_record.push_back(-1);
+        return int(m_vert.size()) - 1;
+    }
+
+    bool isReflex(int node) const { return right(at(prev(node)), at(node), at(next(node))); }
+
+    void updateReflex(int r, int node)
+    {
+        auto& reflex = m_rings[size_t(r)].reflex;
+        reflex.erase({m_key[size_t(node)], node});
+        if (isReflex(node))
+            reflex.insert({m_key[size_t(node)], node});
+    }
+
+    int firstReflex(int r) const
+    {
+        const RingState& ring = m_rings[size_t(r)];
+        if (ring.reflex.empty())
+            return -1;
+        auto it = ring.reflex.lower_bound({m_key[size_t(ring.head)], INT_MIN});
+        if (it == ring.reflex.end())
+            it = ring.reflex.begin();
+        return it->second;
+    }
+
+    // Whether node a comes before node b in ring r's order.
+    bool before(int r, int a, int b) const
+    {
+        const double head = m_key[size_t(m_rings[size_t(r)].head)];
+        const double ka = m_key[size_t(a)];
+        const double kb = m_key[size_t(b)];
+        const bool wrapA = ka < head;
+        const bool wrapB = kb < head;
+        if (wrapA != wrapB)
+            return wrapB;
+        return ka < kb;
+    }
+
+    // Takes the node's edge out of its ring's grid, if it is filed there.
+    void unfile(int node)
+    {
+        int& id = m_record[size_t(node)];
+        if (id < 0)
+            return;
+        m_rings[size_t(owner(node))].edges->grid.remove(id);
+        id = -1;
+    }
+
+    // The edge starting at node changed (or is new): file it in its ring's grid.
+    void edgeChanged(int node)
+    {
+        unfile(node);
+        EdgeGrid* edges = m_rings[size_t(owner(node))].edges.get();
+        if (!edges)
+            return;
+        const int id = int(edges->records.size());
+        edges->records.push_back(node);
+        edges->grid.insert(id, at(node), at(next(node)));
+        m_record[size_t(node)] = id;
+    }
+
+    int filedNode(const EdgeGrid& edges, int id) const { return edges.records[size_t(id)]; }
+
+    void buildGridIfWorthIt(int r)
+    {
+        RingState& ring = m_rings[size_t(r)];
+        if (ring.edges || ring.scanned <= 8LL * ring.size + 4096)
+            return;
+        std::vector<DVec2> points;
+        int node = ring.head;
+        do {
+            points.push_back(at(node));
+            node = next(node);
+        } while (node != ring.head);
+        ring.edges = std::make_unique<EdgeGrid>(EdgeGrid{SegmentGrid(points, points.size() / 2 + 1), {}});
+        do {
+            edgeChanged(node);
+            node = next(node);
+        } while (node != ring.head);
+    }
+
+    // Calls f(start node) for every edge of ring r.
+    template <class F>
+    void scanEdges(int r, F&& f)
+    {
+        const int head = m_rings[size_t(r)].head;
+        int node = head;
+        do {
+            f(node);
+            node = next(node);
+        } while (node != head);
+        m_rings[size_t(r)].scanned += m_rings[size_t(r)].size;
+    }
+
+    // Nearest edge hit by the forward extension of edge (i-1, i): an edge
+    // (j-1, j) crossing it from right to left; the hit's node is j.
+    void considerLower(int r, int i, int s, Hit& hit) const
+    {
+        const int t = next(s);
+        const DVec2 a = at(prev(i)), b = at(i);
+        DVec2 p;
+        if (left(a, b, at(t)) && rightOn(a, b, at(s)) && lineIntersection(a, b, at(t), at(s), p) &&
+            right(at(next(i)), b, p)) {
+            const double d = distanceSquared(b, p);
+            if (d < hit.distance || (d == hit.distance && before(r, t, hit.node)))
+                hit = {d, p, t};
+        }
+    }
+
+    // Nearest edge hit by the backward extension of edge (i, i+1): an edge
+    // (j, j+1) crossing it; the hit's node is j.
+    void considerUpper(int r, int i, int s, Hit& hit) const
+    {
+        const int t = next(s);
+        const DVec2 c = at(next(i)), b = at(i);
+        DVec2 p;
+        if (left(c, b, at(t)) && rightOn(c, b, at(s)) && lineIntersection(c, b, at(s), at(t), p) &&
+            left(at(prev(i)), b, p)) {
+            const double d = distanceSquared(b, p);
+            if (d < hit.distance || (d == hit.distance && before(r, s, hit.node)))
+                hit = {d, p, s};
+        }
+    }
+
+    template <class Consider>
+    void castRay(int r, const DVec2& from, const DVec2& direction, Hit& hit, Consider&& consider)
+    {
+        EdgeGrid& edges = *m_rings[size_t(r)].edges;
+        const double margin = 2 * edges.grid.cellSize();
+        edges.grid.walk(
+            from, edges.grid.exitPoint(from, direction),
+            [&](int id) {
+                consider(filedNode(edges, id));
+                return true;
+            },
+            [&](double distance) { return hit.node < 0 || std::sqrt(hit.distance) + margin >= distance; });
+    }
+
+    void findHits(int r, int i, Hit& lower, Hit& upper)
+    {
+        if (!m_rings[size_t(r)].edges) {
+            scanEdges(r, [&](int s) {
+                considerLower(r, i, s, lower);
+                considerUpper(r, i, s, upper);
+            });
+            return;
+        }
+        const DVec2 b = at(i);
+        castRay(r, b, b - at(prev(i)), lower, [&](int s) { considerLower(r, i, s, lower); });
+        castRay(r, b, b - at(next(i)), upper, [&](int s) { considerUpper(r, i, s, upper); });
+    }
+
+    bool canSee(int r, int i, int j)
+    {
+        const DVec2 pi = at(i), pj = at(j);
+        if (isReflex(i)) {
+            if (leftOn(pi, at(prev(i)), pj) && rightOn(pi, at(next(i)), pj))
+                return false;
+        } else if (rightOn(pi, at(next(i)), pj) || leftOn(pi, at(prev(i)), pj)) {
+            return false;
+        }
+        if (isReflex(j)) {
+            if (leftOn(pj, at(prev(j)), pi) && rightOn(pj, at(next(j)), pi))
+                return false;
+        } else if (rightOn(pj, at(next(j)), pi) || leftOn(pj, at(prev(j)), pi)) {
+            return false;
+        }
+        bool blocked = false;
+        auto test = [&](int k) {
+            const int k1 = next(k);
+            if (k == i || k1 == i || k == j || k1 == j)
+                return;
+            if (segmentsTouch(pi, pj, at(k), at(k1)))
+                blocked = true;
+        };
+        EdgeGrid* edges = m_rings[size_t(r)].edges.get();
+        if (!edges) {
+            scanEdges(r, test);
+            return !blocked;
+        }
+        edges->grid.walk(
+            pi, pj,
+            [&](int id) {
+                test(filedNode(*edges, id));
+                return !blocked;
+            },
+            [](double) { return true; });
+        return !blocked;
+    }
+
+    // The best-scoring vertex of the range from..to that i can see, or -1.
+    int bestVisible(int r, int i, int from, int to)
+    {
+        struct Candidate
+        {
+            double score;
+            int order;
+            int node;
+        };
+        std::vector<Candidate> candidates;
+        const DVec2 pi = at(i);
+        int order = 0;
+        for (int j = from;; j = next(j)) {
+            if (j != i && j != prev(i) && j != next(i)) {
+                const DVec2 pj = at(j);
+                double score = 1 / (distanceSquared(pi, pj) + 1);
+                if (isReflex(j))
+                    score += (rightOn(at(prev(j)), pj, pi) && leftOn(at(next(j)), pj, pi)) ? 3 : 2;
+                else
+                    score += 1;
+                candidates.push_back({score, order++, j});
+            }
+            if (j == to)
+                break;
+        }
+        m_rings[size_t(r)].scanned += order;
+        // Highest score first, the earliest in the range among equals: the
+        // first visible one is the one a scan of all visible vertices picks.
+        auto lower = [](const Candidate& a, const Candidate& b) {
+            return a.score < b.score || (a.score == b.score && a.order > b.order);
+        };
+        std::make_heap(candidates.begin(), candidates.end(), lower);
+        while (!candidates.empty()) {
+            std::pop_heap(candidates.begin(), candidates.end(), lower);
+            const int j = candidates.back().node;
+            candidates.pop_back();
+            if (canSee(r, i, j))
+                return j;
         }
         return -1;
     }
 
-    // Inclusive run of vertices from..to, walking forward with wrap-around.
-    Ring range(int from, int to) const
+    // Steps from a forward to b and from b forward to a, stopping at the
+    // shorter: whether a..b is the shorter arc, and its number of steps.
+    std::pair<bool, int> shorterArc(int a, int b) const
     {
-        Ring out;
-        const int count = wrap(to - from) + 1;
-        out.reserve(count + 1);
-        for (int k = 0; k < count; ++k)
-            out.push_back(at(from + k));
-        return out;
+        int x = a, y = b;
+        for (int steps = 0;; ++steps) {
+            if (x == b)
+                return {true, steps};
+            if (y == a)
+                return {false, steps};
+            x = next(x);
+            y = next(y);
+        }
     }
 
-    // Whether the diagonal i-j lies inside the ring and crosses no edge.
-    bool canSee(int i, int j) const
+    // Gives the nodes from..to (a whole ring) to ring `to`, moving their reflex entries.
+    void moveNodes(int from, int fromRing, int toRing)
     {
-        if (isReflex(i)) {
-            if (leftOn(at(i), at(i - 1), at(j)) && rightOn(at(i), at(i + 1), at(j)))
-                return false;
-        } else if (rightOn(at(i), at(i + 1), at(j)) || leftOn(at(i), at(i - 1), at(j))) {
-            return false;
-        }
-        if (isReflex(j)) {
-            if (leftOn(at(j), at(j - 1), at(i)) && rightOn(at(j), at(j + 1), at(i)))
-                return false;
-        } else if (rightOn(at(j), at(j + 1), at(i)) || leftOn(at(j), at(j - 1), at(i))) {
-            return false;
-        }
-        for (int k = 0; k < m_n; ++k) {
-            const int k1 = wrap(k + 1);
-            if (k == i || k1 == i || k == j || k1 == j)
-                continue;
-            if (segmentsTouch(at(i), at(j), at(k), at(k1)))
-                return false;
-        }
-        return true;
+        auto& source = m_rings[size_t(fromRing)].reflex;
+        auto& target = m_rings[size_t(toRing)].reflex;
+        int node = from;
+        do {
+            unfile(node);
+            m_owner[size_t(node)] = toRing;
+            const auto entry = std::make_pair(m_key[size_t(node)], node);
+            if (source.erase(entry))
+                target.insert(entry);
+            node = next(node);
+        } while (node != from);
     }
 
-    // Splits the ring at reflex vertex i into two; false when it cannot.
-    bool split(int i, Ring& lower, Ring& upper) const
+    // Keys 0, 1, 2, ... along the ring from its head.
+    void renumber(int r)
     {
-        double lowerDist = DBL_MAX;
-        double upperDist = DBL_MAX;
-        DVec2 lowerInt;
-        DVec2 upperInt;
-        int lowerIndex = -1;
-        int upperIndex = -1;
-        for (int j = 0; j < m_n; ++j) {
-            DVec2 p;
-            // Edge (j-1, j) against the forward extension of edge (i-1, i).
-            if (left(at(i - 1), at(i), at(j)) && rightOn(at(i - 1), at(i), at(j - 1)) &&
-                lineIntersection(at(i - 1), at(i), at(j), at(j - 1), p) && right(at(i + 1), at(i), p)) {
-                const double d = distanceSquared(at(i), p);
-                if (d < lowerDist) {
-                    lowerDist = d;
-                    lowerInt = p;
-                    lowerIndex = j;
-                }
-            }
-            // Edge (j, j+1) against the backward extension of edge (i, i+1).
-            if (left(at(i + 1), at(i), at(j + 1)) && rightOn(at(i + 1), at(i), at(j)) &&
-                lineIntersection(at(i + 1), at(i), at(j), at(j + 1), p) && left(at(i - 1), at(i), p)) {
-                const double d = distanceSquared(at(i), p);
-                if (d < upperDist) {
-                    upperDist = d;
-                    upperInt = p;
-                    upperIndex = j;
-                }
-            }
-        }
-        if (lowerIndex < 0 || upperIndex < 0)
-            return false;
+        RingState& ring = m_rings[size_t(r)];
+        ring.reflex.clear();
+        int node = ring.head;
+        double key = 0;
+        do {
+            m_key[size_t(node)] = key++;
+            node = next(node);
+        } while (node != ring.head);
+        do {
+            updateReflex(r, node);
+            node = next(node);
+        } while (node != ring.head);
+    }
 
-        if (lowerIndex == wrap(upperIndex + 1)) {
+    bool split(int r, int i)
+    {
+        buildGridIfWorthIt(r);
+        Hit lower, upper;
+        findHits(r, i, lower, upper);
+        if (lower.node < 0 || upper.node < 0)
+            return false;
+        if (lower.node == next(upper.node)) {
             // No vertex between the two hits: split at a Steiner point.
-            const DVec2 steiner = (lowerInt + upperInt) * 0.5;
-            lower = range(i, upperIndex);
-            lower.push_back(steiner);
-            upper = range(lowerIndex, i);
-            upper.insert(upper.begin(), steiner);
+            splitAtSteiner(r, i, upper.node, lower.node, (lower.point + upper.point) * 0.5);
             return true;
         }
-
-        double bestScore = 0;
-        int best = -1;
-        const int last = lowerIndex <= upperIndex ? upperIndex : upperIndex + m_n;
-        for (int jj = lowerIndex; jj <= last; ++jj) {
-            const int j = wrap(jj);
-            if (j == i || j == wrap(i - 1) || j == wrap(i + 1) || !canSee(i, j))
-                continue;
-            double score = 1 / (distanceSquared(at(i), at(j)) + 1);
-            if (isReflex(j))
-                score += (rightOn(at(j - 1), at(j), at(i)) && leftOn(at(j + 1), at(j), at(i))) ? 3 : 2;
-            else
-                score += 1;
-            if (score > bestScore) {
-                bestScore = score;
-                best = j;
-            }
-        }
+        const int best = bestVisible(r, i, lower.node, upper.node);
         if (best < 0)
             return false;
-        lower = range(i, best);
-        upper = range(best, i);
+        splitAtDiagonal(r, i, best);
         return true;
     }
 
-private:
-    const Ring& m_ring;
-    int m_n;
+    // The ring i..best keeps i's nodes; best..i gets copies of both ends.
+    void splitAtDiagonal(int r, int i, int best)
+    {
+        const int size = m_rings[size_t(r)].size;
+        const auto [lowerShorter, steps] = shorterArc(i, best);
+        const int lowerSize = lowerShorter ? steps + 1 : size - steps + 1;
+        const int upperSize = size + 2 - lowerSize;
+
+        const int pi = prev(i);
+        const int nb = next(best);
+        const int b2 = newNode(m_vert[size_t(best)], m_key[size_t(best)], r);
+        const int i2 = newNode(m_vert[size_t(i)], m_key[size_t(i)], r);
+        m_next[size_t(best)] = i;
+        m_prev[size_t(i)] = best;
+        m_next[size_t(b2)] = nb;
+        m_prev[size_t(nb)] = b2;
+        m_next[size_t(pi)] = i2;
+        m_prev[size_t(i2)] = pi;
+        m_next[size_t(i2)] = b2;
+        m_prev[size_t(b2)] = i2;
+        finishSplit(r, i, lowerSize, b2, upperSize, lowerShorter);
+        edgeChanged(best);
+        edgeChanged(b2);
+        edgeChanged(i2);
+        updateReflex(owner(i), i);
+        updateReflex(owner(best), best);
+        updateReflex(owner(b2), b2);
+        updateReflex(owner(i2), i2);
+    }
+
+    // The ring i..u, s keeps i's nodes; s', l..i gets copies of s and i.
+    void splitAtSteiner(int r, int i, int u, int l, const DVec2& point)
+    {
+        double a = m_key[size_t(u)];
+        double b = m_key[size_t(l)];
+        double key = a < b ? a + (b - a) / 2 : a + 1;
+        if (a < b && !(a < key && key < b)) {
+            renumber(r);
+            a = m_key[size_t(u)];
+            b = m_key[size_t(l)];
+            key = a < b ? a + (b - a) / 2 : a + 1;
+        }
+        const int size = m_rings[size_t(r)].size;
+        const auto [lowerShorter, steps] = shorterArc(i, u);
+        const int lowerSize = (lowerShorter ? steps + 1 : size + 1 - steps) + 1;
+        const int upperSize = size + 3 - lowerSize;
+
+        m_points.push_back(point);
+        const int vertex = int(m_points.size()) - 1;
+        const int pi = prev(i);
+        const int s = newNode(vertex, key, r);
+        const int s2 = newNode(vertex, key, r);
+        const int i2 = newNode(m_vert[size_t(i)], m_key[size_t(i)], r);
+        m_next[size_t(u)] = s;
+        m_prev[size_t(s)] = u;
+        m_next[size_t(s)] = i;
+        m_prev[size_t(i)] = s;
+        m_next[size_t(s2)] = l;
+        m_prev[size_t(l)] = s2;
+        m_next[size_t(pi)] = i2;
+        m_prev[size_t(i2)] = pi;
+        m_next[size_t(i2)] = s2;
+        m_prev[size_t(s2)] = i2;
+        finishSplit(r, i, lowerSize, s2, upperSize, lowerShorter);
+        edgeChanged(u);
+        edgeChanged(s);
+        edgeChanged(s2);
+        edgeChanged(i2);
+        for (int node : {i, u, s, s2, l, i2})
+            updateReflex(owner(node), node);
+    }
+
+    int owner(int node) const { return m_owner[size_t(node)]; }
+
+    // Gives the smaller half a new ring (moving its nodes there) and queues
+    // both halves, the lower one (starting at i) to be taken first.
+    void finishSplit(int r, int i, int lowerSize, int upperHead, int upperSize, bool lowerSmaller)
+    {
+        const int fresh = newRing();
+        const int lowerRing = lowerSmaller ? fresh : r;
+        const int upperRing = lowerSmaller ? r : fresh;
+        moveNodes(lowerSmaller ? i : upperHead, r, fresh);
+        m_rings[size_t(lowerRing)].head = i;
+        m_rings[size_t(lowerRing)].size = lowerSize;
+        m_rings[size_t(upperRing)].head = upperHead;
+        m_rings[size_t(upperRing)].size = upperSize;
+        m_pending.push_back(upperRing);
+        m_pending.push_back(lowerRing);
+    }
+
+    Ring finish(int r)
+    {
+        Ring piece;
+        piece.reserve(size_t(m_rings[size_t(r)].size));
+        const int head = m_rings[size_t(r)].head;
+        int node = head;
+        do {
+            piece.push_back(at(node));
+            m_owner[size_t(node)] = -1;
+            m_record[size_t(node)] = -1;
+            node = next(node);
+        } while (node != head);
+        m_rings[size_t(r)].edges.reset();
+        return piece;
+    }
+
+    std::vector<DVec2> m_points;
+    const BayazitPieceCheck& m_check;
+    // Per node: its point, neighbours, ring, and id in that ring's grid (or -1).
+    std::vector<int> m_vert, m_next, m_prev, m_owner, m_record;
+    std::vector<double> m_key;
+    std::vector<RingState> m_rings;
+    std::vector<int> m_pending;
 };
 } // namespace
 
-bool bayazitDecompose(const std::vector<DVec2>& ring, std::vector<std::vector<DVec2>>& pieces)
+BayazitOutcome bayazitDecompose(const std::vector<DVec2>& ring, std::vector<std::vector<DVec2>>& pieces,
+                                const BayazitPieceCheck& check)
 {
     pieces.clear();
     if (ring.size() < 3)
-        return false;
+        return BayazitOutcome::Refused;
     for (const DVec2& p : ring) {
         if (!std::isfinite(p.x) || !std::isfinite(p.y))
-            return false;
+            return BayazitOutcome::Refused;
     }
     if (!(signedArea(ring) > 0))
-        return false;
+        return BayazitOutcome::Refused;
+    Engine engine(ring, check);
+    const BayazitOutcome outcome = engine.run(pieces);
+    if (outcome != BayazitOutcome::Done)
+        pieces.clear();
+    return outcome;
+}
 
-    // Every split resolves one reflex vertex, so a simple ring needs fewer
-    // splits than it has vertices; the budget stops rings that are not simple.
-    size_t budget = 2 * ring.size() + 8;
-    std::vector<Ring> pending{ring};
-    std::vector<Ring> finished;
-    while (!pending.empty()) {
-        Ring current = std::move(pending.back());
-        pending.pop_back();
-        if (current.size() < 3)
-            return false;
-        Decomposer decomposer(current);
-        const int reflex = decomposer.firstReflex();
-        if (reflex < 0) {
-            finished.push_back(std::move(current));
-            continue;
-        }
-        if (budget-- == 0)
-            return false;
-        Ring lower;
-        Ring upper;
-        if (!decomposer.split(reflex, lower, upper))
-            return false;
-        pending.push_back(std::move(upper));
-        pending.push_back(std::move(lower));
-    }
-    pieces = std::move(finished);
-    return true;
+bool bayazitDecompose(const std::vector<DVec2>& ring, std::vector<std::vector<DVec2>>& pieces)
+{
+    return bayazitDecompose(ring, pieces, {}) == BayazitOutcome::Done;
 }

@@ -2,7 +2,22 @@
 
 #include "geometry/dvec2.h"
 
+#include <functional>
 #include <vector>
+
+/// How a Bayazit decomposition ended.
+enum class BayazitOutcome
+{
+    /// Every piece was finished (and accepted).
+    Done,
+    /// The routine refused the ring (see bayazitDecompose).
+    Refused,
+    /// The piece check turned down a finished piece; the rest was not computed.
+    PieceRejected,
+};
+
+/// Judges each finished piece as soon as it is made; false stops the decomposition.
+using BayazitPieceCheck = std::function<bool(const std::vector<DVec2>&)>;
 
 /// Bayazit's convex decomposition of a simple counter-clockwise ring.
 ///
@@ -11,10 +26,22 @@
 /// split at a Steiner point halfway between them; otherwise by a diagonal to
 /// the best-scoring visible vertex in that range (near vertices and reflex
 /// vertices the diagonal resolves score higher). Both halves are decomposed in
-/// turn; a ring without reflex vertices is a finished piece.
+/// turn, the half starting at the reflex vertex first; a ring without reflex
+/// vertices is a finished piece. Each ring resolves its first reflex vertex
+/// in its own order, which starts at the reflex vertex for the first half and
+/// at the diagonal's far end (or the Steiner point) for the second.
 ///
-/// Returns false, with no pieces, when the routine refuses the ring: fewer than
-/// three points, non-finite coordinates, a clockwise or zero-area ring, a reflex
-/// vertex whose edges hit nothing or see no vertex, or a split budget exceeded
-/// (rings that are not simple). Pieces are not checked for area or co-linearity.
+/// Halves are linked lists, not copies, and once the edge scans of a big ring
+/// add up, a grid of that ring's edges answers its hit and visibility
+/// queries; the pieces are the same either way.
+///
+/// Refused, with no pieces: fewer than three points, non-finite coordinates, a
+/// clockwise or zero-area ring, a reflex vertex whose edges hit nothing or see
+/// no vertex, or a split budget exceeded (rings that are not simple). Each
+/// finished piece is handed to `check` (when given) in order; the first one it
+/// turns down ends the decomposition with PieceRejected and no pieces.
+BayazitOutcome bayazitDecompose(const std::vector<DVec2>& ring, std::vector<std::vector<DVec2>>& pieces,
+                                const BayazitPieceCheck& check);
+
+/// The decomposition without a piece check; false when refused.
 bool bayazitDecompose(const std::vector<DVec2>& ring, std::vector<std::vector<DVec2>>& pieces);

@@ -1,5 +1,6 @@
 #include "geometry/convexpiece.h"
 
+#include "geometry/box2dpolygon.h"
 #include "geometry/geometryconstants.h"
 #include "geometry/vertexcheck.h"
 
@@ -54,17 +55,12 @@ PieceCheck checkBox2DPolygon(const std::vector<Vec2>& piece)
     const size_t n = piece.size();
     if (n < 3 || n > static_cast<size_t>(kMaxPolygonVertices) || !verticesUsable(piece))
         return PieceCheck::BadCount;
-    for (size_t i = 0; i < n; ++i) {
-        for (size_t j = i + 1; j < n; ++j) {
-            const float dx = piece[i].x - piece[j].x;
-            const float dy = piece[i].y - piece[j].y;
-            if (dx * dx + dy * dy < kWeldDistanceSquared)
-                return PieceCheck::SmallArea;
-        }
+    switch (judgeBox2DPolygon(piece).verdict) {
+    case Box2DPolygonVerdict::Unchanged: break;
+    case Box2DPolygonVerdict::BadCount: return PieceCheck::BadCount;
+    case Box2DPolygonVerdict::Welded:
+    case Box2DPolygonVerdict::AreaTooSmall: return PieceCheck::SmallArea;
+    case Box2DPolygonVerdict::HullChanged: return PieceCheck::CoLinear;
     }
-    std::vector<DVec2> wide;
-    wide.reserve(n);
-    for (const Vec2& v : piece)
-        wide.push_back(DVec2::from(v));
-    return checkConvexPiece(wide);
+    return signedArea(piece) > kDegenerateArea ? PieceCheck::Ok : PieceCheck::SmallArea;
 }

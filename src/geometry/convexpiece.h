@@ -13,7 +13,8 @@ enum class PieceCheck
     BadCount,
     /// Area at most the degenerate area, or two points close enough for Box2D to merge them.
     SmallArea,
-    /// A corner that is straight, reflex or so flat that Box2D's hull could drop it.
+    /// A corner that is straight, reflex or flatter than the co-linearity
+    /// tolerance, or one that Box2D's single-precision hull drops.
     CoLinear,
 };
 
@@ -26,8 +27,10 @@ double signedArea(const std::vector<Vec2>& ring);
 /// every corner in counter-clockwise order. No vertex-count limit.
 PieceCheck checkConvexPiece(const std::vector<DVec2>& piece);
 
-/// Checks a piece exactly as it will be handed to b2PolygonShape::Set: 3 to 8
-/// points, usable coordinates, no two points that Box2D would weld, positive
-/// area above the degenerate area and strictly convex counter-clockwise corners.
-/// A piece that passes is taken over by Box2D unchanged, without assertion.
+/// Checks a piece the way b2PolygonShape::Set will take it (see
+/// judgeBox2DPolygon): 3 to 8 usable points that Box2D keeps unchanged in
+/// single precision (no welding, no point left out of its hull, counter-
+/// clockwise), and an area above the degenerate area. No co-linearity rule
+/// beyond Box2D's own. A piece that passes is taken over by Box2D unchanged,
+/// without assertion.
 PieceCheck checkBox2DPolygon(const std::vector<Vec2>& piece);

@@ -2,6 +2,7 @@
 
 #include "base/log.h"
 #include "geometry/bayazit.h"
+#include "geometry/box2dpolygon.h"
 #include "geometry/convexpiece.h"
 #include "geometry/geometryconstants.h"
 #include "geometry/triangulation.h"
@@ -54,42 +55,95 @@ void splitLargePiece(const std::vector<DVec2>& piece, std::vector<std::vector<DV
     splitLargePiece(second, out);
 }
 
+bool box2DReadyParts(const std::vector<Vec2>& part, std::vector<std::vector<Vec2>>& out, BayazitFailure& failure)
+{
+    const Box2DPolygonJudgement judgement = judgeBox2DPolygon(part);
+    switch (judgement.verdict) {
+    case Box2DPolygonVerdict::Unchanged:
+        if (!verticesUsable(part) || !(signedArea(part) > GeometryConstants::kDegenerateArea))
+            break;
+        out.push_back(part);
+        return true;
+    case Box2DPolygonVerdict::HullChanged: {
+        const int k = static_cast<int>(part.size());
+        const int v = judgement.droppedIndex;
+        if (k <= 3 || v < 0) {
+            failure = BayazitFailure::CoLinear;
+            return false;
+        }
+        // Cut from the dropped corner, most even cut first: the corner's
+        // angle is shared out and no part keeps it nearly straight.
+        for (int step = 0; step < k; ++step) {
+            const int offset = k / 2 + (step % 2 ? (step + 1) / 2 : -(step / 2));
+            if (offset < 2 || offset > k - 2)
+                continue;
+            std::vector<Vec2> first;
+            std::vector<Vec2> second;
+            for (int m = 0; m <= offset; ++m)
+                first.push_back(part[size_t((v + m) % k)]);
+            for (int m = offset; m <= k; ++m)
+                second.push_back(part[size_t((v + m) % k)]);
+            std::vector<std::vector<Vec2>> parts;
+            BayazitFailure ignored = BayazitFailure::None;
+            if (box2DReadyParts(first, parts, ignored) && box2DReadyParts(second, parts, ignored)) {
+                out.insert(out.end(), parts.begin(), parts.end());
+                return true;
+            }
+        }
+        failure = BayazitFailure::CoLinear;
+        return false;
+    }
+    case Box2DPolygonVerdict::BadCount:
+    case Box2DPolygonVerdict::Welded:
+    case Box2DPolygonVerdict::AreaTooSmall: break;
+    }
+    failure = BayazitFailure::SmallArea;
+    return false;
+}
+
 BayazitFailure bayazitPieces(const std::vector<Vec2>& ring, std::vector<std::vector<Vec2>>& pieces)
 {
     pieces.clear();
-    std::vector<std::vector<DVec2>> convex;
-    if (!bayazitDecompose(widen(ring), convex))
-        return BayazitFailure::Winding;
-    for (const std::vector<DVec2>& piece : convex) {
-        const BayazitFailure failure = failureFor(checkConvexPiece(piece));
-        if (failure != BayazitFailure::None)
-            return failure;
-    }
     std::vector<std::vector<Vec2>> result;
-    for (const std::vector<DVec2>& piece : convex) {
+    BayazitFailure failure = BayazitFailure::None;
+    auto accept = [&](const std::vector<DVec2>& piece) {
+        failure = failureFor(checkConvexPiece(piece));
+        if (failure != BayazitFailure::None)
+            return false;
         std::vector<std::vector<DVec2>> parts;
         splitLargePiece(piece, parts);
         for (const std::vector<DVec2>& part : parts) {
-            std::vector<Vec2> single = narrow(part);
-            const BayazitFailure failure = failureFor(checkBox2DPolygon(single));
-            if (failure != BayazitFailure::None)
-                return failure;
-            result.push_back(std::move(single));
+            if (!box2DReadyParts(narrow(part), result, failure))
+                return false;
         }
+        return true;
+    };
+    std::vector<std::vector<DVec2>> convex;
+    switch (bayazitDecompose(widen(ring), convex, accept)) {
+    case BayazitOutcome::Refused: return BayazitFailure::Winding;
+    case BayazitOutcome::PieceRejected: return failure;
+    case BayazitOutcome::Done: break;
     }
     pieces = std::move(result);
     return BayazitFailure::None;
 }
 
 void triangulationPieces(const std::vector<Vec2>& ring, std::vector<std::vector<Vec2>>& pieces,
-                         std::vector<std::array<Vec2, 3>>& skipped)
+                         std::vector<SkippedTriangle>& skipped)
 {
     for (const TriangleIndices& t : triangulateRing(widen(ring))) {
-        std::vector<Vec2> triangle{ring[t[0]], ring[t[1]], ring[t[2]]};
-        if (checkBox2DPolygon(triangle) == PieceCheck::Ok)
-            pieces.push_back(std::move(triangle));
-        else
-            skipped.push_back({triangle[0], triangle[1], triangle[2]});
+        std::vector<Vec2> triangle{ring[size_t(t[0])], ring[size_t(t[1])], ring[size_t(t[2])]};
+        TriangleRefusal reason = TriangleRefusal::SmallArea;
+        if (signedArea(triangle) > GeometryConstants::kDegenerateArea) {
+            switch (judgeBox2DPolygon(triangle).verdict) {
+            case Box2DPolygonVerdict::Unchanged: pieces.push_back(std::move(triangle)); continue;
+            case Box2DPolygonVerdict::Welded: reason = TriangleRefusal::Welded; break;
+            case Box2DPolygonVerdict::HullChanged: reason = TriangleRefusal::Flat; break;
+            case Box2DPolygonVerdict::AreaTooSmall: reason = TriangleRefusal::Box2DArea; break;
+            case Box2DPolygonVerdict::BadCount: break;
+            }
+        }
+        skipped.push_back({{triangle[0], triangle[1], triangle[2]}, reason});
     }
 }
 
@@ -163,8 +217,26 @@ void logDecomposition(const PolygonDecomposition& result, const std::vector<Vec2
         case BayazitFailure::None: break;
         }
     }
-    for (const std::array<Vec2, 3>& t : result.skippedTriangles) {
-        plaxLog(LOG_ERROR, "Triangle was not created because the area is too small (body coords): (%f%f),(%f%f),(%f%f)",
-                t[0].x, t[0].y, t[1].x, t[1].y, t[2].x, t[2].y);
+    for (const SkippedTriangle& skipped : result.skippedTriangles) {
+        const char* format = nullptr;
+        switch (skipped.reason) {
+        case TriangleRefusal::SmallArea:
+            format = "Triangle was not created because the area is too small (body coords): (%f%f),(%f%f),(%f%f)";
+            break;
+        case TriangleRefusal::Welded:
+            format = "Triangle was not created because two corners are closer than Box2D's welding distance (body "
+                     "coords): (%f%f),(%f%f),(%f%f)";
+            break;
+        case TriangleRefusal::Flat:
+            format = "Triangle was not created because Box2D's single-precision hull finds its corners in a line "
+                     "(body coords): (%f%f),(%f%f),(%f%f)";
+            break;
+        case TriangleRefusal::Box2DArea:
+            format = "Triangle was not created because its single-precision area is too small for Box2D (body "
+                     "coords): (%f%f),(%f%f),(%f%f)";
+            break;
+        }
+        const std::array<Vec2, 3>& t = skipped.corners;
+        plaxLog(LOG_ERROR, format, t[0].x, t[0].y, t[1].x, t[1].y, t[2].x, t[2].y);
     }
 }

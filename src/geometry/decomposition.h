@@ -29,6 +29,26 @@ enum class BayazitFailure
     SmallArea,
 };
 
+/// Why a triangle of the triangulation was left out.
+enum class TriangleRefusal
+{
+    /// Its area is at most the degenerate area.
+    SmallArea,
+    /// Two corners are closer than Box2D's welding distance.
+    Welded,
+    /// Box2D's single-precision hull finds the corners in a line.
+    Flat,
+    /// Its single-precision area, as Box2D computes it, is too small for Box2D.
+    Box2DArea,
+};
+
+/// A triangle left out of a triangulation, with the reason.
+struct SkippedTriangle
+{
+    std::array<Vec2, 3> corners;
+    TriangleRefusal reason = TriangleRefusal::SmallArea;
+};
+
 /// The convex pieces of one polygon ring, ready to become Box2D polygons, and
 /// what happened on the way. Computing it logs nothing; see logDecomposition.
 struct PolygonDecomposition
@@ -54,8 +74,8 @@ struct PolygonDecomposition
     bool triangulated = false;
     /// Convex counter-clockwise pieces of 3 to 8 points that Box2D takes unchanged.
     std::vector<std::vector<Vec2>> pieces;
-    /// Triangles left out because their area is too small.
-    std::vector<std::array<Vec2, 3>> skippedTriangles;
+    /// Triangles left out: degenerate area, or Box2D would not take them.
+    std::vector<SkippedTriangle> skippedTriangles;
 };
 
 /// Decomposes a polygon ring (body coordinates, expected counter-clockwise):
@@ -71,13 +91,24 @@ void logDecomposition(const PolygonDecomposition& result, const std::vector<Vec2
                       const QString& fixtureDescription);
 
 /// Bayazit's method with the piece checks and the split of large pieces;
-/// fills pieces only on success.
+/// fills pieces only on success. Each piece is checked as soon as Bayazit's
+/// method finishes it (area, then co-linearity in double precision), so a
+/// failing attempt stops at its first bad piece. Parts (after the split of
+/// large pieces) that Box2D's single-precision hull would shrink are cut
+/// further, from the corner it drops, until Box2D takes every part unchanged;
+/// when no cut helps the attempt fails as co-linear.
 BayazitFailure bayazitPieces(const std::vector<Vec2>& ring, std::vector<std::vector<Vec2>>& pieces);
 
-/// Triangulation pieces: triangles that Box2D can take go to pieces, the rest
-/// to skipped.
+/// Triangulation pieces: a triangle is left out (to skipped) only when its
+/// area is at most the degenerate area or Box2D would not take it unchanged;
+/// thin triangles that Box2D accepts are kept.
 void triangulationPieces(const std::vector<Vec2>& ring, std::vector<std::vector<Vec2>>& pieces,
-                         std::vector<std::array<Vec2, 3>>& skipped);
+                         std::vector<SkippedTriangle>& skipped);
+
+/// Cuts a part until Box2D takes every piece of it unchanged (see
+/// bayazitPieces), appending them to out; false, with the failure, when it
+/// cannot.
+bool box2DReadyParts(const std::vector<Vec2>& part, std::vector<std::vector<Vec2>>& out, BayazitFailure& failure);
 
 /// Splits a convex piece of more than 8 vertices: with h = n / 2 the first part
 /// is vertices 0..h, the second h..n-1 followed by 0; parts still over 8 are

@@ -6,7 +6,6 @@
 #include "geometry/edgequad.h"
 #include "geometry/fixturedef.h"
 #include "geometry/geometryconstants.h"
-#include "geometry/massguard.h"
 #include "geometry/vertexcheck.h"
 #include "model/metafixture.h"
 
@@ -20,19 +19,17 @@ b2Vec2 toB2(const Vec2& v)
     return {v.x, v.y};
 }
 
-// Adds one shape to the body as a fixture of the shape; null when Box2D could
-// not compute the body's mass with it.
+// Adds one shape to the body as a fixture of the shape. The fixture is made
+// with density 0 and given its density afterwards, so that Box2D does not
+// recompute the body's mass for a body that is still being built (see
+// settleBodyMass).
 b2Fixture* addFixture(MetaShape& shape, b2Body* body, const b2FixtureDef& def, const b2Shape& b2shape)
 {
-    if (!massStaysValid(body, b2shape, def.density)) {
-        plaxLog(LOG_WARNING, QStringLiteral("Skipping a Box2D fixture too far from its body's origin for its mass to be "
-                                            "computed (shape type %1)")
-                                 .arg(MetaShape::typeWord(shape.type())));
-        return nullptr;
-    }
     b2FixtureDef withShape = def;
     withShape.shape = &b2shape;
+    withShape.density = 0;
     b2Fixture* fixture = body->CreateFixture(&withShape);
+    fixture->SetDensity(def.density);
     shape.createdFixtures.push_back(fixture);
     return fixture;
 }

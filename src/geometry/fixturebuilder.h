@@ -27,6 +27,9 @@ class MetaShape;
 ///
 /// Anything Box2D would assert on is refused or skipped with a log line. The
 /// description names the fixture in log lines (may be empty).
+///
+/// The body's mass is left as it was: once the body has all its fixtures,
+/// settleBodyMass (massguard.h) computes it for the whole body.
 void createFixtures(MetaShape& shape, const QString& fixtureDescription, b2Body* body, const b2FixtureDef& def,
                     DecompositionMethod method);
 

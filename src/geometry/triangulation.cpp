@@ -1,6 +1,8 @@
 #include "geometry/triangulation.h"
 
 #include "geometry/convexpiece.h"
+#include "geometry/delaunayinsertion.h"
+#include "geometry/earclipping.h"
 
 #include <algorithm>
 #include <cmath>
@@ -9,76 +11,6 @@
 
 namespace
 {
-// A point strictly inside or on the closed triangle a, b, c (counter-clockwise).
-bool inTriangle(const DVec2& a, const DVec2& b, const DVec2& c, const DVec2& p)
-{
-    return orient2d(a, b, p) >= 0 && orient2d(b, c, p) >= 0 && orient2d(c, a, p) >= 0;
-}
-
-// Ear clipping over the ring walked in the given order (counter-clockwise).
-std::vector<TriangleIndices> clipEars(const std::vector<DVec2>& pts, const std::vector<int>& order)
-{
-    const int n = static_cast<int>(order.size());
-    std::vector<int> prev(n);
-    std::vector<int> next(n);
-    for (int k = 0; k < n; ++k) {
-        prev[k] = (k + n - 1) % n;
-        next[k] = (k + 1) % n;
-    }
-    auto point = [&](int k) -> const DVec2& { return pts[order[k]]; };
-    auto isEar = [&](int k) {
-        const DVec2& a = point(prev[k]);
-        const DVec2& b = point(k);
-        const DVec2& c = point(next[k]);
-        if (!(orient2d(a, b, c) > 0))
-            return false;
-        for (int m = next[next[k]]; m != prev[k]; m = next[m]) {
-            const DVec2& p = point(m);
-            if (p == a || p == b || p == c)
-                continue;
-            if (inTriangle(a, b, c, p))
-                return false;
-        }
-        return true;
-    };
-
-    std::vector<TriangleIndices> triangles;
-    triangles.reserve(n - 2);
-    int remaining = n;
-    int cursor = 0;
-    int misses = 0;
-    while (remaining > 3) {
-        int clip = -1;
-        if (isEar(cursor)) {
-            clip = cursor;
-        } else if (++misses < remaining) {
-            cursor = next[cursor];
-            continue;
-        } else {
-            // No proper ear (not simple, or numerically flat): clip the most
-            // convex corner instead, or the flattest one, so the loop always ends.
-            double bestTurn = -INFINITY;
-            int k = cursor;
-            for (int visited = 0; visited < remaining; ++visited, k = next[k]) {
-                const double turn = orient2d(point(prev[k]), point(k), point(next[k]));
-                const double score = turn > 0 ? turn : -std::fabs(turn) - 1e300;
-                if (score > bestTurn || clip < 0) {
-                    bestTurn = score;
-                    clip = k;
-                }
-            }
-        }
-        triangles.push_back({order[prev[clip]], order[clip], order[next[clip]]});
-        next[prev[clip]] = next[clip];
-        prev[next[clip]] = prev[clip];
-        cursor = prev[clip];
-        --remaining;
-        misses = 0;
-    }
-    triangles.push_back({order[prev[cursor]], order[cursor], order[next[cursor]]});
-    return triangles;
-}
-
 std::uint64_t edgeKey(int a, int b)
 {
     if (a > b)
@@ -105,7 +37,8 @@ bool insideCircumcircle(const DVec2& a, const DVec2& b, const DVec2& c, const DV
     return t1 + t2 + t3 > 1e-12 * magnitude;
 }
 
-// Lawson flips of interior diagonals until each is locally Delaunay.
+} // namespace
+
 void flipToDelaunay(const std::vector<DVec2>& pts, std::vector<TriangleIndices>& triangles)
 {
     const int n = static_cast<int>(pts.size());
@@ -204,7 +137,6 @@ void flipToDelaunay(const std::vector<DVec2>& pts, std::vector<TriangleIndices>&
             stack.emplace_back(p, q);
     }
 }
-} // namespace
 
 std::vector<TriangleIndices> triangulateRing(const std::vector<DVec2>& ring)
 {
@@ -219,7 +151,9 @@ std::vector<TriangleIndices> triangulateRing(const std::vector<DVec2>& ring)
     const bool clockwise = signedArea(ring) < 0;
     for (int k = 0; k < n; ++k)
         order[k] = clockwise ? n - 1 - k : k;
-    std::vector<TriangleIndices> triangles = clipEars(ring, order);
+    std::vector<TriangleIndices> triangles;
+    if (!delaunayByInsertion(ring, order, triangles))
+        triangles = clipEars(ring, order);
     flipToDelaunay(ring, triangles);
     // Start every triangle at its lowest ring index (same orientation), which
     // keeps the output independent of the clipping order.

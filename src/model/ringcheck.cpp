@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <numeric>
+#include <set>
 
 namespace
 {
@@ -27,6 +28,7 @@ bool onSegment(P a, P b, P p)
            p.y <= std::max(a.y, b.y);
 }
 
+// Closed segments a-b and c-d share a point.
 bool segmentsIntersect(P a, P b, P c, P d)
 {
     int o1 = sign(orient(a, b, c));
@@ -38,6 +40,121 @@ bool segmentsIntersect(P a, P b, P c, P d)
     return (o1 == 0 && onSegment(a, b, c)) || (o2 == 0 && onSegment(a, b, d)) || (o3 == 0 && onSegment(c, d, a)) ||
            (o4 == 0 && onSegment(c, d, b));
 }
+
+bool lexLess(P a, P b)
+{
+    return a.x < b.x || (a.x == b.x && a.y < b.y);
+}
+
+// Shamos-Hoey sweep over the ring's edges from left to right (points ordered
+// by x, then y, which tilts the sweep line so that vertical edges need no
+// special case). Edges are kept in a set ordered from bottom to top; every
+// pair that becomes neighbours in that order is tested, and the leftmost
+// contact between two non-adjacent edges is always preceded by such a test.
+// Expects distinct points and no adjacent edges folding back onto each other
+// (both are settled before the sweep).
+class Sweep
+{
+public:
+    explicit Sweep(const std::vector<P>& pts) : m_pts(pts), m_n(pts.size()), m_rank(m_n), m_order(m_n)
+    {
+        std::iota(m_order.begin(), m_order.end(), size_t(0));
+        std::sort(m_order.begin(), m_order.end(), [&](size_t a, size_t b) {
+            return lexLess(m_pts[a], m_pts[b]) || (!lexLess(m_pts[b], m_pts[a]) && a < b);
+        });
+        for (size_t r = 0; r < m_n; ++r)
+            m_rank[m_order[r]] = r;
+    }
+
+    // Indices of vertices in sweep order.
+    const std::vector<size_t>& order() const { return m_order; }
+
+    bool adjacent(size_t e, size_t f) const { return (e + 1) % m_n == f || (f + 1) % m_n == e; }
+
+    // Edge e runs from vertex e to vertex e + 1.
+    bool touch(size_t e, size_t f) const
+    {
+        return !adjacent(e, f) && segmentsIntersect(m_pts[e], m_pts[(e + 1) % m_n], m_pts[f], m_pts[(f + 1) % m_n]);
+    }
+
+    size_t leftVertex(size_t e) const
+    {
+        const size_t f = (e + 1) % m_n;
+        return m_rank[e] < m_rank[f] ? e : f;
+    }
+
+    size_t rightVertex(size_t e) const
+    {
+        const size_t f = (e + 1) % m_n;
+        return m_rank[e] < m_rank[f] ? f : e;
+    }
+
+    bool startsLater(size_t e, size_t f) const
+    {
+        const size_t re = m_rank[leftVertex(e)];
+        const size_t rf = m_rank[leftVertex(f)];
+        return re > rf || (re == rf && e > f);
+    }
+
+    // Side of edge `later` relative to edge `earlier`, which is active where
+    // `later` starts: positive above, negative below. A start on the earlier
+    // edge's line is decided by the far end; collinear edges by index.
+    int side(size_t later, size_t earlier) const
+    {
+        const P a = m_pts[leftVertex(earlier)];
+        const P b = m_pts[rightVertex(earlier)];
+        int s = sign(orient(a, b, m_pts[leftVertex(later)]));
+        if (s == 0)
+            s = sign(orient(a, b, m_pts[rightVertex(later)]));
+        if (s == 0)
+            s = later < earlier ? -1 : 1;
+        return s;
+    }
+
+    bool below(size_t e, size_t f) const
+    {
+        if (e == f)
+            return false;
+        return startsLater(e, f) ? side(e, f) < 0 : side(f, e) > 0;
+    }
+
+    bool findsContact()
+    {
+        auto less = [this](size_t e, size_t f) { return below(e, f); };
+        std::set<size_t, decltype(less)> status(less);
+        std::vector<decltype(status)::iterator> where(m_n, status.end());
+        for (size_t v : m_order) {
+            const size_t edges[2] = {(v + m_n - 1) % m_n, v};
+            for (size_t e : edges) {
+                if (rightVertex(e) != v)
+                    continue;
+                const auto it = where[e];
+                const auto next = std::next(it);
+                if (it != status.begin() && next != status.end() && touch(*std::prev(it), *next))
+                    return true;
+                status.erase(it);
+            }
+            for (size_t e : edges) {
+                if (leftVertex(e) != v)
+                    continue;
+                const auto it = status.insert(e).first;
+                where[e] = it;
+                const auto next = std::next(it);
+                if (next != status.end() && touch(e, *next))
+                    return true;
+                if (it != status.begin() && touch(e, *std::prev(it)))
+                    return true;
+            }
+        }
+        return false;
+    }
+
+private:
+    const std::vector<P>& m_pts;
+    size_t m_n;
+    std::vector<size_t> m_rank;
+    std::vector<size_t> m_order;
+};
 } // namespace
 
 bool ringSelfIntersects(const std::vector<Vec2>& ring)
@@ -51,25 +168,31 @@ bool ringSelfIntersects(const std::vector<Vec2>& ring)
         if (!std::isfinite(pts[i].x) || !std::isfinite(pts[i].y))
             return false;
     }
-    auto edgeMinX = [&](size_t e) { return std::min(pts[e].x, pts[(e + 1) % n].x); };
-    auto edgeMaxX = [&](size_t e) { return std::max(pts[e].x, pts[(e + 1) % n].x); };
+    Sweep sweep(pts);
 
-    // Sweep over edges sorted by their left end: only edges whose x ranges
-    // overlap are tested against each other.
-    std::vector<size_t> order(n);
-    std::iota(order.begin(), order.end(), 0);
-    std::sort(order.begin(), order.end(), [&](size_t a, size_t b) { return edgeMinX(a) < edgeMinX(b); });
-    for (size_t oi = 0; oi < n; ++oi) {
-        const size_t i = order[oi];
-        const double maxX = edgeMaxX(i);
-        for (size_t oj = oi + 1; oj < n && edgeMinX(order[oj]) <= maxX; ++oj) {
-            const size_t j = order[oj];
-            const bool adjacent = (i + 1) % n == j || (j + 1) % n == i;
-            if (adjacent)
-                continue;
-            if (segmentsIntersect(pts[i], pts[(i + 1) % n], pts[j], pts[(j + 1) % n]))
-                return true;
-        }
+    // Two vertices at one point: their outgoing edges touch there (and a
+    // repeated consecutive vertex makes the edges before and after it touch).
+    const std::vector<size_t>& order = sweep.order();
+    for (size_t r = 1; r < n; ++r) {
+        const P a = pts[order[r - 1]];
+        const P b = pts[order[r]];
+        if (a.x == b.x && a.y == b.y)
+            return true;
     }
-    return false;
+
+    // Two adjacent edges folding back onto each other: the shorter one's far
+    // end lies on the longer one, so an edge next to them touches it.
+    for (size_t i = 0; i < n; ++i) {
+        const size_t before = (i + n - 1) % n;
+        const size_t after = (i + 1) % n;
+        const P a = pts[before];
+        const P b = pts[i];
+        const P c = pts[after];
+        if (orient(a, b, c) != 0 || (b.x - a.x) * (c.x - b.x) + (b.y - a.y) * (c.y - b.y) >= 0)
+            continue;
+        if (sweep.touch(before, after) || sweep.touch((before + n - 1) % n, i))
+            return true;
+    }
+
+    return sweep.findsContact();
 }

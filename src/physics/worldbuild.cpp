@@ -4,6 +4,7 @@
 #include "geometry/fixturebuilder.h"
 #include "geometry/decompositionsettings.h"
 #include "geometry/fixturedef.h"
+#include "geometry/massguard.h"
 #include "model/metaworld.h"
 #include "physics/jointbuilder.h"
 #include "physics/placeditems.h"
@@ -51,7 +52,12 @@ b2BodyDef bodyDefFor(const MetaBody& body, const Placement& p)
     return def;
 }
 
-void applyMassOverride(b2Body* b2body, const MetaBody& body, const Placement& p)
+// A scene's mass override, placed. Box2D takes the rotational inertia about
+// the body origin and asserts when it is not above mass * |centre|^2; an
+// override that is not is read as the inertia about the centre of mass (as
+// it is often entered), with a warning, and refused when even that cannot be
+// represented.
+void applyMassOverride(b2Body* b2body, const MetaBody& body, const Placement& p, const QString& name)
 {
     if (!(body.massDataMass > 0) || !std::isfinite(body.massDataMass) || b2body->GetType() != b2_dynamicBody)
         return;
@@ -61,6 +67,24 @@ void applyMassOverride(b2Body* b2body, const MetaBody& body, const Placement& p)
     mass.center = finiteVec(p.applyToLocalPoint(body.massDataCenter));
     // The rotational inertia about the centre grows with the square of the scale.
     mass.I = std::max(finiteOr(body.massDataI * s * s, 0), 0.0f);
+    if (!box2DAcceptsMassData(mass, b2body->IsFixedRotation())) {
+        const float shift = mass.mass * b2Dot(mass.center, mass.center);
+        const float asCentred = box2DOriginInertia(mass.mass, mass.center, mass.I);
+        b2MassData corrected = mass;
+        corrected.I = asCentred;
+        if (!box2DAcceptsMassData(corrected, false)) {
+            plaxLog(LOG_WARNING, QStringLiteral("Mass override of body '%1' ignored: its rotational inertia %2 cannot "
+                                                "be used with mass %3 and centre (%4, %5)")
+                                     .arg(name, QString::number(mass.I), QString::number(mass.mass),
+                                          QString::number(mass.center.x), QString::number(mass.center.y)));
+            return;
+        }
+        plaxLog(LOG_WARNING, QStringLiteral("Mass override of body '%1': rotational inertia %2 is not above mass x "
+                                            "|centre|^2 = %3, as Box2D needs for an inertia about the body origin; "
+                                            "it is taken as the inertia about the centre of mass")
+                                 .arg(name, QString::number(mass.I), QString::number(shift)));
+        mass = corrected;
+    }
     b2body->SetMassData(&mass);
 }
 
@@ -131,7 +155,8 @@ void WorldBuild::addScene(const MetaWorld& scene, const Placement& placement, co
         const b2BodyDef def = bodyDefFor(*body, placement);
         built.body = m_world->CreateBody(&def);
         buildFixtures(built, *body, placement, namePrefix, m_method);
-        applyMassOverride(built.body, *body, placement);
+        settleBodyMass(built.body, built.name);
+        applyMassOverride(built.body, *body, placement, built.name);
         indexOf[body.get()] = int(m_bodies.size());
         m_bodies.push_back(std::move(built));
     }

@@ -75,7 +75,9 @@ public:
 
     /// Adds a scene's bodies (with fixtures), joints and images, placed by the
     /// placement and named with the prefix. Joints whose bodies are missing
-    /// are skipped with a warning.
+    /// are skipped with a warning. A body's mass is computed once it has all
+    /// its fixtures (settleBodyMass), then its mass override, if any, is
+    /// applied after a check that Box2D will take it.
     void addScene(const MetaWorld& scene, const Placement& placement = {}, const QString& namePrefix = QString());
 
     /// The Box2D world.

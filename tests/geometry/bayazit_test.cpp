@@ -1,5 +1,6 @@
 // Bayazit's convex decomposition on double-precision rings.
 #include "geometrytestutil.h"
+#include "referencealgorithms.h"
 
 #include "geometry/bayazit.h"
 #include "geometry/convexpiece.h"
@@ -9,6 +10,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <numbers>
 
 namespace
 {
@@ -110,4 +112,81 @@ TEST(Bayazit, NonSimpleRingsEndWithoutHanging)
             EXPECT_TRUE(pieces.empty());
         }
     }
+}
+
+namespace
+{
+// Star with radii alternating `inner` and `outer`, and a densely sampled wobbly blob.
+std::vector<DVec2> alternatingStar(int n, double inner, double outer)
+{
+    std::vector<DVec2> ring;
+    for (int i = 0; i < n; ++i) {
+        const double a = 2 * std::numbers::pi * i / n;
+        const double r = i % 2 ? outer : inner;
+        ring.push_back({double(float(r * std::cos(a))), double(float(r * std::sin(a)))});
+    }
+    return ring;
+}
+
+std::vector<DVec2> wobblyBlob(std::mt19937& rng, int n, double noise)
+{
+    std::uniform_real_distribution<double> jitter(-noise, noise);
+    std::vector<DVec2> ring;
+    for (int i = 0; i < n; ++i) {
+        const double a = 2 * std::numbers::pi * i / n;
+        const double r = 50 + 10 * std::sin(3 * a) + 3 * std::sin(17 * a);
+        ring.push_back({double(float(r * std::cos(a) + jitter(rng))), double(float(r * std::sin(a) + jitter(rng)))});
+    }
+    return ring;
+}
+} // namespace
+
+TEST(Bayazit, SamePiecesAsTheCopyingDecompositionOnManyRings)
+{
+    // Big rings switch from edge scans to the edge grid part way; small ones
+    // never do. Either way the pieces, their order and their first points
+    // must be those of the straightforward version.
+    std::mt19937 rng(77);
+    std::vector<std::vector<DVec2>> rings;
+    for (int k = 0; k < 40; ++k)
+        rings.push_back(wide(TestRings::randomStarShaped(rng, 5 + 7 * k, 0.5f, 4)));
+    for (int teeth : {1, 5, 40, 150})
+        rings.push_back(wide(TestRings::comb(teeth)));
+    rings.push_back(wide(TestRings::comb(60, 0.5f, 0.4f, 2, 0)));
+    for (int n : {10, 60, 400, 1500})
+        rings.push_back(alternatingStar(n, 100, 200));
+    rings.push_back(alternatingStar(300, 2, 2.5));
+    for (int n : {200, 700, 1500})
+        rings.push_back(wobblyBlob(rng, n, 0.002));
+    rings.push_back(wobblyBlob(rng, 900, 0.5));
+    int succeeded = 0;
+    for (size_t k = 0; k < rings.size(); ++k) {
+        std::vector<std::vector<DVec2>> expected;
+        std::vector<std::vector<DVec2>> actual;
+        const bool expectedOk = Reference::bayazitDecompose(rings[k], expected);
+        EXPECT_EQ(bayazitDecompose(rings[k], actual), expectedOk) << "ring " << k;
+        EXPECT_TRUE(actual == expected) << "ring " << k << " of " << rings[k].size() << " points";
+        succeeded += expectedOk ? 1 : 0;
+    }
+    EXPECT_GT(succeeded, int(rings.size()) * 3 / 4);
+}
+
+TEST(Bayazit, PieceCheckStopsAtTheFirstRejectedPiece)
+{
+    const auto ring = wide(TestRings::comb(30));
+    std::vector<std::vector<DVec2>> all;
+    ASSERT_TRUE(bayazitDecompose(ring, all));
+    ASSERT_GT(all.size(), 10u);
+    std::vector<std::vector<DVec2>> seen;
+    std::vector<std::vector<DVec2>> pieces;
+    const auto outcome = bayazitDecompose(ring, pieces, [&](const std::vector<DVec2>& piece) {
+        seen.push_back(piece);
+        return seen.size() < 4;
+    });
+    EXPECT_EQ(outcome, BayazitOutcome::PieceRejected);
+    EXPECT_TRUE(pieces.empty());
+    ASSERT_EQ(seen.size(), 4u);
+    EXPECT_TRUE(std::equal(seen.begin(), seen.end(), all.begin()));
+    EXPECT_EQ(bayazitDecompose(ring, pieces, [](const std::vector<DVec2>&) { return true; }), BayazitOutcome::Done);
+    EXPECT_TRUE(pieces == all);
 }

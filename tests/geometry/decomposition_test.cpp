@@ -2,6 +2,8 @@
 #include "geometrytestutil.h"
 #include "support/logcapture.h"
 
+#include "geometry/box2dpolygon.h"
+#include "geometry/convexpiece.h"
 #include "geometry/decomposition.h"
 #include "geometry/decompositionsettings.h"
 
@@ -138,6 +140,62 @@ TEST(Decomposition, TinyTriangleFallsBackAndIsSkippedWithMessage)
     EXPECT_EQ(log.texts(LOG_WARNING), (QStringList{kFallback, kSmallArea}));
     EXPECT_EQ(log.texts(LOG_ERROR), QStringList{"Triangle was not created because the area is too small (body coords): "
                                              "(0.0000000.000000),(0.0200000.000000),(0.0100000.000020)"});
+}
+
+TEST(Decomposition, ThinTriangleThatBox2DAcceptsIsKept)
+{
+    // Area 2e-4, far above the degenerate area; its corner at the origin is
+    // flatter than the co-linearity tolerance of Bayazit's pieces, so that
+    // attempt falls back, but the triangle itself is created.
+    const std::vector<Vec2> thin{{0, 0}, {10, 0}, {5, 0.00004f}};
+    for (auto method : {DecompositionMethod::Bayazit, DecompositionMethod::Triangulation}) {
+        LogCapture log;
+        auto result = decomposeAndLog(thin, method);
+        ASSERT_EQ(result.pieces.size(), 1u);
+        EXPECT_TRUE(result.skippedTriangles.empty());
+        EXPECT_TRUE(log.texts(LOG_ERROR).isEmpty());
+        EXPECT_EQ(judgeBox2DPolygon(result.pieces[0]).verdict, Box2DPolygonVerdict::Unchanged);
+    }
+}
+
+TEST(Decomposition, SkippedTrianglesSayWhy)
+{
+    // Two corners closer than Box2D's welding distance, area well above the
+    // degenerate area: left out, and the message names the welding.
+    // (As a whole ring it is refused earlier, as coincident vertices.)
+    LogCapture log;
+    const std::vector<Vec2> ring{{0, 0}, {0.002f, 0}, {0.001f, 1}};
+    PolygonDecomposition result;
+    result.triangulated = true;
+    triangulationPieces(ring, result.pieces, result.skippedTriangles);
+    logDecomposition(result, ring, "b/f");
+    EXPECT_TRUE(result.pieces.empty());
+    ASSERT_EQ(result.skippedTriangles.size(), 1u);
+    EXPECT_EQ(result.skippedTriangles[0].reason, TriangleRefusal::Welded);
+    EXPECT_EQ(log.texts(LOG_ERROR),
+              QStringList{"Triangle was not created because two corners are closer than Box2D's welding distance "
+                          "(body coords): (0.0000000.000000),(0.0020000.000000),(0.0010001.000000)"});
+}
+
+TEST(Decomposition, PieceThatBox2DWouldShrinkIsCutUntilBox2DTakesEveryPart)
+{
+    // A convex quad with a vertex 8,000 units away and two points 0.015 apart:
+    // as one piece Box2D's hull would keep only 3 points. It is cut instead.
+    const std::vector<Vec2> quad{
+        {0.979342222f, -0.0532799549f}, {2.6081388f, -2.57265067f}, {6739.87744f, 4309.7627f}, {0.991977811f, -0.0451965556f}};
+    LogCapture log;
+    auto result = decomposeAndLog(quad, DecompositionMethod::Bayazit);
+    EXPECT_EQ(result.bayazitFailure, BayazitFailure::None);
+    EXPECT_FALSE(result.triangulated);
+    ASSERT_GE(result.pieces.size(), 2u);
+    double area = 0;
+    for (const std::vector<Vec2>& piece : result.pieces) {
+        EXPECT_EQ(judgeBox2DPolygon(piece).verdict, Box2DPolygonVerdict::Unchanged);
+        EXPECT_EQ(checkBox2DPolygon(piece), PieceCheck::Ok);
+        area += TestRings::area(piece);
+    }
+    EXPECT_NEAR(area, TestRings::area(quad), 1e-6 * TestRings::area(quad));
+    EXPECT_TRUE(log.texts(LOG_WARNING).isEmpty());
 }
 
 TEST(Decomposition, TriangulationOnlyNeverMentionsBayazit)

@@ -4,6 +4,7 @@
 
 #include "geometry/fixturebuilder.h"
 #include "geometry/fixturedef.h"
+#include "geometry/massguard.h"
 #include "model/metafixture.h"
 
 #include <box2d/box2d.h>
@@ -187,6 +188,7 @@ TEST_F(FixtureBuilding, SmallRadiusPolygonIsBuiltUnroundedWithExactMass)
     ASSERT_TRUE(shape.setRadius(0.003f));
     m_fixture.density = 3;
     build(shape);
+    settleBodyMass(m_body, "b");
     ASSERT_EQ(types(shape), (std::vector{kPolygon}));
     // Box2D took the square unchanged: area 4 at density 3.
     EXPECT_NEAR(m_body->GetMass(), 12.0f, 1e-4);
@@ -197,6 +199,7 @@ TEST_F(FixtureBuilding, ConcavePolygonPiecesKeepTheMass)
     const auto ring = TestRings::comb(6);
     MetaShape& shape = shapeOf(ring, SHAPE_POLYGON, 0);
     build(shape, DecompositionMethod::Bayazit);
+    settleBodyMass(m_body, "b");
     EXPECT_GE(shape.createdFixtures.size(), 6u);
     EXPECT_NEAR(m_body->GetMass(), TestRings::area(ring), 1e-3);
     for (const b2Fixture* f : shape.createdFixtures) {
@@ -320,29 +323,81 @@ TEST_F(FixtureBuilding, JunkVertexListsNeverTripBox2D)
         ++listed;
     EXPECT_EQ(listed, created);
     EXPECT_GT(created, 0);
+    settleBodyMass(m_body, "junk");
+    EXPECT_GT(m_body->GetMass(), 0.0f);
     for (int i = 0; i < 30; ++i)
         m_world.Step(1.0f / 60, 8, 3);
     EXPECT_TRUE(m_body->GetPosition().IsValid());
 }
 
-TEST_F(FixtureBuilding, FixtureWhoseMassBox2DCannotCentreIsSkipped)
+TEST_F(FixtureBuilding, MassIsLeftForTheWholeBodyAndSettledOnce)
 {
-    // A 2 cm square 1.4 km from the origin of a dynamic body: Box2D would lose
-    // the rotational inertia to rounding and assert.
+    // Creating fixtures leaves Box2D's mass alone (the new body has none yet)
+    // but gives each fixture its density.
+    MetaShape& shape = shapeOf(TestRings::square(2), SHAPE_POLYGON, 0);
+    m_fixture.density = 3;
+    build(shape);
+    ASSERT_EQ(shape.createdFixtures.size(), 1u);
+    EXPECT_FLOAT_EQ(shape.createdFixtures[0]->GetDensity(), 3.0f);
+    EXPECT_FLOAT_EQ(m_body->GetMass(), 0.0f);
+    EXPECT_TRUE(settleBodyMass(m_body, "b"));
+    EXPECT_NEAR(m_body->GetMass(), 12.0f, 1e-4);
+    EXPECT_NEAR(m_body->GetWorldCenter().x, 1.0f, 1e-5);
+}
+
+TEST_F(FixtureBuilding, InertiaBox2DCannotCentreIsComputedInDoublePrecision)
+{
+    // A 2 cm square 1.4 km from the origin of a dynamic body: Box2D's own mass
+    // computation would lose the rotational inertia to rounding and assert.
+    // The fixture stays; the inertia comes from a double-precision sum.
     LogCapture log;
     MetaShape& far = shapeOf({{1000, 1000}, {1000.02f, 1000}, {1000.02f, 1000.02f}, {1000, 1000.02f}}, SHAPE_POLYGON, 0);
     build(far);
-    EXPECT_TRUE(far.createdFixtures.empty());
-    EXPECT_EQ(log.count(0, "too far from its body's origin"), 1);
+    ASSERT_EQ(far.createdFixtures.size(), 1u);
+    EXPECT_FALSE(settleBodyMass(m_body, "far body"));
+    EXPECT_EQ(log.count(LOG_WARNING, "Body 'far body' is too far from its fixtures"), 1);
+    EXPECT_NEAR(m_body->GetMass(), 4e-4f, 2e-6f) << "0.02 is 0.0200195 at 1000 in single precision";
+    EXPECT_NEAR(m_body->GetWorldCenter().x, 1000.01f, 1e-3f);
+    b2MassData mass;
+    m_body->GetMassData(&mass);
+    EXPECT_TRUE(box2DAcceptsMassData(mass, false)) << "Box2D takes the settled mass back as it is";
+    for (int i = 0; i < 30; ++i)
+        m_world.Step(1.0f / 60, 8, 3);
+    EXPECT_TRUE(m_body->GetPosition().IsValid());
+    EXPECT_TRUE(std::isfinite(m_body->GetAngle()));
 
-    // Near the origin the same square is fine, and so is the far one on a static body.
+    // Near the origin the same square is Box2D's own business, and so is the
+    // far one on a static body.
+    b2BodyDef nearDef;
+    nearDef.type = b2_dynamicBody;
+    b2Body* nearBody = m_world.CreateBody(&nearDef);
     MetaShape& near = shapeOf({{1, 1}, {1.02f, 1}, {1.02f, 1.02f}, {1, 1.02f}}, SHAPE_POLYGON, 0);
-    build(near);
-    EXPECT_EQ(near.createdFixtures.size(), 1u);
+    createFixtures(near, "n", nearBody, fixtureDefFor(m_fixture), DecompositionMethod::Bayazit);
+    EXPECT_TRUE(settleBodyMass(nearBody, "near"));
     b2BodyDef staticDef;
     b2Body* ground = m_world.CreateBody(&staticDef);
     MetaShape& farStatic = shapeOf({{1000, 1000}, {1000.02f, 1000}, {1000.02f, 1000.02f}, {1000, 1000.02f}},
                                    SHAPE_POLYGON, 0);
     createFixtures(farStatic, "g", ground, fixtureDefFor(m_fixture), DecompositionMethod::Bayazit);
+    EXPECT_TRUE(settleBodyMass(ground, "ground"));
     EXPECT_EQ(farStatic.createdFixtures.size(), 1u);
+    EXPECT_EQ(log.count(LOG_WARNING, "too far"), 1);
+}
+
+TEST(MassGuard, OriginInertiaTurnsBackIntoAPositiveCentredInertia)
+{
+    // Representable: Box2D's subtraction gives back the centred inertia.
+    const float inertia = box2DOriginInertia(2, {0.5f, 0}, 0.25);
+    EXPECT_FLOAT_EQ(inertia, 0.75f);
+    EXPECT_TRUE(box2DAcceptsMassData({2, {0.5f, 0}, inertia}, false));
+    EXPECT_FALSE(box2DAcceptsMassData({2, {0.5f, 0}, 0.25f}, false));
+    EXPECT_TRUE(box2DAcceptsMassData({2, {0.5f, 0}, 0.25f}, true)) << "fixed rotation ignores the inertia";
+    EXPECT_TRUE(box2DAcceptsMassData({2, {0.5f, 0}, 0}, false)) << "no inertia: Box2D skips the centring";
+    // Below the resolution of mass * |centre|^2: the nearest value that stays positive.
+    const b2Vec2 far(3000, 4000);
+    const float tiny = box2DOriginInertia(1, far, 1e-9);
+    const float shift = 1.0f * b2Dot(far, far);
+    EXPECT_GT(tiny - shift, 0.0f);
+    EXPECT_EQ(std::nextafter(tiny, 0.0f) - shift, 0.0f);
+    EXPECT_FALSE(box2DAcceptsMassData({1, {NAN, 0}, 1}, false));
 }

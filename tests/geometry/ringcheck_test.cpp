@@ -1,5 +1,6 @@
 // Self-intersection test of fixture vertex rings.
 #include "geometrytestutil.h"
+#include "referencealgorithms.h"
 
 #include "model/metafixture.h"
 #include "model/ringcheck.h"
@@ -75,6 +76,72 @@ TEST(RingCheck, LargeRingMatchesBruteForce)
         // Random float points are never exactly collinear, so proper crossings decide.
         EXPECT_EQ(ringSelfIntersects(ring), expected) << "trial " << trial;
     }
+}
+
+TEST(RingCheck, AgreesWithTheEarlierCheckOnDegenerateAndRandomRings)
+{
+    // Small integer coordinates make shared points, touching vertices,
+    // vertical edges and co-linear overlaps common; the orientation tests are
+    // exact there, so both checks must agree on every ring.
+    std::mt19937 rng(2024);
+    int intersecting = 0;
+    int total = 0;
+    for (int trial = 0; trial < 6000; ++trial) {
+        const int n = 4 + trial % 13;
+        const int span = 2 + trial % 5;
+        std::uniform_int_distribution<int> coord(0, span);
+        std::vector<Vec2> ring;
+        for (int i = 0; i < n; ++i)
+            ring.push_back({float(coord(rng)), float(coord(rng))});
+        const bool expected = Reference::ringSelfIntersects(ring);
+        ASSERT_EQ(ringSelfIntersects(ring), expected) << "trial " << trial;
+        intersecting += expected ? 1 : 0;
+        ++total;
+    }
+    // Simple rings, some pinched so that one vertex lands on another edge.
+    for (int trial = 0; trial < 400; ++trial) {
+        std::vector<Vec2> ring = TestRings::randomStarShaped(rng, 5 + trial % 200, 0.5f, 4);
+        if (trial % 3 == 1)
+            ring[size_t(trial) % ring.size()] = ring[(size_t(trial) + ring.size() / 2) % ring.size()];
+        if (trial % 3 == 2) {
+            const size_t k = size_t(trial) % (ring.size() - 3);
+            ring[k + 3] = (ring[k] + ring[k + 1]) * 0.5f;
+        }
+        const bool expected = Reference::ringSelfIntersects(ring);
+        ASSERT_EQ(ringSelfIntersects(ring), expected) << "star trial " << trial;
+        intersecting += expected ? 1 : 0;
+        ++total;
+    }
+    // Random points at random scales: mostly crossing rings.
+    for (int trial = 0; trial < 1000; ++trial) {
+        std::uniform_real_distribution<float> coord(-1000, 1000);
+        std::vector<Vec2> ring;
+        for (int i = 0; i < 4 + trial % 40; ++i)
+            ring.push_back({coord(rng), coord(rng) * (trial % 2 ? 1e-3f : 1.0f)});
+        ASSERT_EQ(ringSelfIntersects(ring), Reference::ringSelfIntersects(ring)) << "random trial " << trial;
+    }
+    // Both answers must be well represented for the comparison to mean anything.
+    EXPECT_GT(intersecting, 1000);
+    EXPECT_GT(total - intersecting, 300);
+}
+
+TEST(RingCheck, BigSimpleAndBigPinchedRings)
+{
+    // A star whose edges all span wide x ranges, and the same star with one
+    // vertex moved onto the opposite edge.
+    std::vector<Vec2> star;
+    for (int i = 0; i < 20000; ++i) {
+        const double a = 2 * 3.141592653589793 * i / 20000;
+        const double r = i % 2 ? 200 : 100;
+        star.push_back({float(r * std::cos(a)), float(r * std::sin(a))});
+    }
+    EXPECT_FALSE(ringSelfIntersects(star));
+    std::vector<Vec2> pinched = star;
+    pinched[5000] = star[15000];
+    EXPECT_TRUE(ringSelfIntersects(pinched));
+    std::vector<Vec2> crossed = star;
+    std::swap(crossed[7000], crossed[7002]);
+    EXPECT_TRUE(ringSelfIntersects(crossed));
 }
 
 TEST(RingCheck, FixtureRecomputesFlagOnSetVertices)

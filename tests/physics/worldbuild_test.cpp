@@ -135,3 +135,79 @@ TEST(WorldBuild, NonFiniteValuesDoNotReachBox2D)
     EXPECT_EQ(build.bodies()[0].body->GetPosition(), b2Vec2(0, 0));
     build.world().Step(1 / 60.0f, 8, 3);
 }
+
+TEST(WorldBuild, FixturesFarFromTheBodyOriginAreKeptWhenBox2DTakesTheWholeBody)
+{
+    // Two circles 200 m from the origin: each alone would centre its tiny
+    // inertia poorly, but Box2D computes a good one for the body as a whole.
+    LogCapture log;
+    MetaWorld scene;
+    MetaBody* body = addBody(scene, {0, 0});
+    addFixture(scene, body, {{200, 0}, {205, 0}}, SHAPE_CIRCLE, 0.25f);
+    WorldBuild build(scene);
+    build.addScene(scene);
+    const b2Body* b = build.bodies()[0].body;
+    ASSERT_EQ(build.bodies()[0].fixtures.size(), 2u);
+    EXPECT_TRUE(log.texts(LOG_WARNING).isEmpty()) << log.texts(LOG_WARNING).join("\n").toStdString();
+    const double mass = 2 * 3.14159265 * 0.0625;
+    EXPECT_NEAR(b->GetMass(), mass, 1e-5);
+    EXPECT_NEAR(b->GetLocalCenter().x, 202.5, 1e-3);
+    // Inertia about the centre of mass: 2 * (m r^2 / 2 + m 2.5^2), about 2.46.
+    const double centred = double(b->GetInertia()) - double(b->GetMass()) * b2Dot(b->GetLocalCenter(), b->GetLocalCenter());
+    EXPECT_NEAR(centred, 2.4667, 0.01);
+}
+
+TEST(WorldBuild, FarTinyFixtureStaysWhereBox2DWouldAssert)
+{
+    // Box2D cannot centre the inertia of a 2 cm square 1.4 km away from the
+    // origin of its body; the square is still built, and the world steps.
+    LogCapture log;
+    MetaWorld scene;
+    MetaBody* body = addBody(scene, {0, 0});
+    scene.setName(body, "speck");
+    addFixture(scene, body, {{1000, 1000}, {1000.02f, 1000}, {1000.02f, 1000.02f}, {1000, 1000.02f}}, SHAPE_POLYGON);
+    WorldBuild build(scene);
+    build.addScene(scene);
+    ASSERT_EQ(build.bodies()[0].fixtures.size(), 1u);
+    EXPECT_EQ(log.count(LOG_WARNING, "Body 'speck' is too far from its fixtures"), 1);
+    for (int i = 0; i < 10; ++i)
+        build.world().Step(1 / 60.0f, 8, 3);
+    EXPECT_TRUE(build.bodies()[0].body->GetPosition().IsValid());
+}
+
+TEST(WorldBuild, MassOverrideWithInertiaAboutTheCentreIsCorrectedNotAsserted)
+{
+    // I = 0.25 is not above mass * |centre|^2 = 0.5: handed to Box2D as it is,
+    // SetMassData would assert and end the process.
+    LogCapture log;
+    MetaWorld scene;
+    MetaBody* body = addBody(scene, {0, 0});
+    scene.setName(body, "lever");
+    addFixture(scene, body, {{-1, -1}, {1, -1}, {1, 1}, {-1, 1}}, SHAPE_POLYGON);
+    body->massDataMass = 2;
+    body->massDataCenter = {0.5f, 0};
+    body->massDataI = 0.25f;
+    WorldBuild build(scene);
+    build.addScene(scene);
+    const b2Body* b = build.bodies()[0].body;
+    EXPECT_FLOAT_EQ(b->GetMass(), 2.0f);
+    EXPECT_FLOAT_EQ(b->GetLocalCenter().x, 0.5f);
+    EXPECT_NEAR(b->GetInertia(), 0.25f + 2 * 0.25f, 1e-6f) << "0.25 about the centre of mass";
+    const QStringList warnings = log.texts(LOG_WARNING);
+    ASSERT_EQ(warnings.size(), 1);
+    EXPECT_TRUE(warnings[0].contains("Mass override of body 'lever'"));
+    EXPECT_TRUE(warnings[0].contains("taken as the inertia about the centre of mass"));
+
+    // The same under a placement that doubles the scale: checked after placing.
+    WorldBuild scaled(scene);
+    scaled.addScene(scene, Placement{{}, 0, 2, false});
+    EXPECT_NEAR(scaled.bodies()[0].body->GetInertia(), 4 * 0.25f + 2 * 1.0f, 1e-5f);
+
+    // A valid override is used as it is, without a warning.
+    body->massDataI = 0.75f;
+    LogCapture quiet;
+    WorldBuild valid(scene);
+    valid.addScene(scene);
+    EXPECT_NEAR(valid.bodies()[0].body->GetInertia(), 0.75f, 1e-6f);
+    EXPECT_TRUE(quiet.texts(LOG_WARNING).isEmpty());
+}
