@@ -1,6 +1,7 @@
 #include "script/scriptmass.h"
 
 #include "geometry/fixturebuilder.h"
+#include "geometry/massguard.h"
 #include "model/metabody.h"
 
 #include <box2d/box2d.h>
@@ -17,6 +18,7 @@ b2MassData measure(Build build)
     def.type = b2_dynamicBody;
     b2Body* body = world.CreateBody(&def);
     build(body);
+    settleBodyMass(body, QString());
     b2MassData data;
     body->GetMassData(&data);
     // Box2D gives a body without mass a unit mass; that is not the fixtures'.
