@@ -29,12 +29,12 @@ void addFixture(MetaWorld& world, MetaBody* body, std::vector<Vec2> vertices, in
 
 } // namespace
 
-std::unique_ptr<MetaWorld> makeLargeScene(bool humanReadable)
+std::unique_ptr<MetaWorld> makeLargeScene(bool humanReadable, int bodies)
 {
     auto world = std::make_unique<MetaWorld>();
     world->exportOptions.useHumanReadableFloats = humanReadable;
     MetaBody* previous = nullptr;
-    for (int i = 0; i < kLargeSceneBodies; ++i) {
+    for (int i = 0; i < bodies; ++i) {
         auto body = std::make_unique<MetaBody>();
         body->type = i % 3 == 0 ? BodyType::Static : BodyType::Dynamic;
         body->position = {float(i % 100) * 1.37f, float(i / 100) * 0.91f};

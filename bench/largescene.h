@@ -9,4 +9,4 @@ constexpr int kLargeSceneBodies = 10000;
 
 /// A large scene: 10,000 bodies with four fixtures each (circle, polygon,
 /// rounded line, loop) and a joint between every tenth pair.
-std::unique_ptr<MetaWorld> makeLargeScene(bool humanReadable);
+std::unique_ptr<MetaWorld> makeLargeScene(bool humanReadable, int bodies = kLargeSceneBodies);

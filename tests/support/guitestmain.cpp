@@ -1,5 +1,7 @@
-// Entry point of interface tests: a widget application on the offscreen
-// platform, with settings and other per-user files in a temporary folder.
+// Entry point of interface tests: a widget application. Under `make test` the
+// tests run on a real X server (Xvfb) with Mesa's OpenGL; started by hand
+// without a display they fall back to the offscreen platform. Settings and
+// other per-user files live in a temporary folder, so parallel runs do not meet.
 #include "support/tempsettings.h"
 
 #include <gtest/gtest.h>
@@ -8,7 +10,8 @@
 
 int main(int argc, char** argv)
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") && qEnvironmentVariableIsEmpty("DISPLAY"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
     TemporarySettingsHome home;
     QApplication app(argc, argv);
     ::testing::InitGoogleTest(&argc, argv);

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QOpenGLWidget>
+
+#include <functional>
+
+class EditorDocument;
+
+/// A window onto one document, shown in a sub-window of the workspace. Editor
+/// views and player views derive from it. Closing it asks the close guard
+/// first (the workspace prompts for unsaved changes there), then announces
+/// the closing so that the workspace can drop the view.
+class DocumentView : public QOpenGLWidget
+{
+    Q_OBJECT
+
+public:
+    /// Decides whether a view may close; false keeps it open.
+    using CloseGuard = std::function<bool(DocumentView*)>;
+
+    /// A view of `document` (not owned).
+    explicit DocumentView(EditorDocument& document, QWidget* parent = nullptr);
+    ~DocumentView() override;
+
+    /// The document shown.
+    EditorDocument& document() const { return m_document; }
+    /// "editor" or "player", as log lines name the kind of view.
+    virtual QString kindWord() const = 0;
+    /// Installs the check run before the view closes.
+    void setCloseGuard(CloseGuard guard) { m_closeGuard = std::move(guard); }
+
+signals:
+    /// Sent once when the view closes (its sub-window goes with it).
+    void documentViewClosing(DocumentView* view);
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    EditorDocument& m_document;
+    CloseGuard m_closeGuard;
+    bool m_closed = false;
+};

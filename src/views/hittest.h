@@ -1,0 +1,20 @@
+#pragma once
+
+#include "base/types.h"
+
+class MetaBody;
+class MetaFixture;
+class MetaWorld;
+
+/// Finding the item under a point. Items drawn later lie on top, so the
+/// search runs from the last body and fixture backwards.
+namespace HitTest
+{
+/// True when `point` (world) lies in the fixture or within `tolerance` of its
+/// outline (lines, loops, thin shapes).
+bool fixtureContains(const MetaFixture& fixture, Vec2 point, float tolerance);
+/// The topmost fixture at the point, or null.
+MetaFixture* topmostFixture(const MetaWorld& world, Vec2 point, float tolerance);
+/// The body of the topmost fixture at the point, or null.
+MetaBody* topmostBody(const MetaWorld& world, Vec2 point, float tolerance);
+} // namespace HitTest

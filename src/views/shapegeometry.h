@@ -1,0 +1,43 @@
+#pragma once
+
+#include "views/scenegeometry.h"
+
+#include <vector>
+
+/// Appends filled and outlined shapes, already in world coordinates, to a
+/// scene geometry. Used by SceneGeometry::build for fixtures, joints and markers.
+class ShapeTessellator
+{
+public:
+    /// Appends to `target`.
+    explicit ShapeTessellator(SceneGeometry& target) : m_target(target) {}
+
+    /// A circle: filled, outlined and with a radius line showing the body's angle.
+    void circle(Vec2 center, float radius, float angle, const QColor& fill, const QColor& outline);
+    /// A polygon ring (either winding, convex or not) rounded by `radius` (0: sharp corners).
+    void polygon(const std::vector<Vec2>& ring, float radius, const QColor& fill, const QColor& outline);
+    /// An open (line) or closed (loop) chain; rounded chains are filled capsules.
+    void chain(const std::vector<Vec2>& points, bool closed, float radius, const QColor& fill, const QColor& outline);
+    /// A line segment.
+    void segment(Vec2 a, Vec2 b, const QColor& colour);
+    /// A square marker of `pixels` size centred at `at`, filled, keeping its size on screen.
+    void marker(Vec2 at, float pixels, const QColor& colour);
+    /// A cross marker of `pixels` arm length, keeping its size on screen.
+    void cross(Vec2 at, float pixels, const QColor& colour);
+    /// Grows the geometry's box to hold a point.
+    void include(Vec2 p, float margin = 0);
+
+    /// Segments used for a full circle.
+    static constexpr int kCircleSegments = 32;
+
+private:
+    void triangle(Vec2 a, Vec2 b, Vec2 c, const QColor& colour);
+    void fan(Vec2 center, float radius, float from, float to, int segments, const QColor& colour);
+    void thickSegment(Vec2 a, Vec2 b, float radius, const QColor& colour);
+    void fillRing(const std::vector<Vec2>& ring, const QColor& colour);
+
+    SceneGeometry& m_target;
+};
+
+/// A vertex of the drawing.
+GeomVertex geomVertex(Vec2 p, const QColor& colour, float ox = 0, float oy = 0);

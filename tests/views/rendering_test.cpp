@@ -1,0 +1,160 @@
+// Frames drawn by OpenGL (Mesa under Xvfb in `make test`), read back from the
+// frame buffer at the pixels where known items must appear.
+#include "base/log.h"
+#include "base/settings.h"
+#include "document/editordocument.h"
+#include "model/metaworld.h"
+#include "support/guitesting.h"
+#include "support/logcapture.h"
+#include "views/editorview.h"
+#include "views/texturecache.h"
+#include "views/viewcolors.h"
+
+#include <gtest/gtest.h>
+
+#include <QImage>
+#include <QPainter>
+#include <QTemporaryDir>
+#include <QtTest/QTest>
+
+using namespace GuiTesting;
+
+namespace
+{
+// A static square fixture around (5, 5), a revolute joint anchored at (5, 5)
+// between it and a body at (9, 5), an image centred at (-5, 5) four units
+// high (red top half, blue bottom half) and an image whose file is missing.
+const char* kScene = R"({
+  "metaworld": {
+    "gravity": {"x": 0, "y": -10},
+    "metabody": [
+      {"id": 1, "name": "block", "type": "static", "position": {"x": 5, "y": 5},
+       "fixture": [{"id": 1, "name": "square",
+         "shapes": [{"type": "polygon", "vertices": {"x": [-2, 2, 2, -2], "y": [-2, -2, 2, 2]}}]}]},
+      {"id": 2, "name": "other", "type": "dynamic", "position": {"x": 9, "y": 5}}
+    ],
+    "metajoint": [
+      {"id": 1, "name": "pin", "type": "revolute", "bodyA": 1, "bodyB": 2,
+       "anchorA": 0, "anchorB": {"x": -4, "y": 0}}
+    ],
+    "metaimage": [
+      {"id": 1, "name": "picture", "file": "picture.png", "center": {"x": -5, "y": 5}, "scale": 4, "body": -1},
+      {"id": 2, "name": "lost", "file": "missing.png", "center": {"x": -5, "y": -5}, "scale": 2, "body": -1}
+    ]
+  }
+})";
+
+QColor pixel(const QImage& frame, QPointF at)
+{
+    return frame.pixelColor(at.toPoint());
+}
+
+bool near(const QColor& a, const QColor& b, int tolerance = 3)
+{
+    return std::abs(a.red() - b.red()) <= tolerance && std::abs(a.green() - b.green()) <= tolerance &&
+           std::abs(a.blue() - b.blue()) <= tolerance;
+}
+
+std::string describe(const QColor& c)
+{
+    return QString("(%1, %2, %3)").arg(c.red()).arg(c.green()).arg(c.blue()).toStdString();
+}
+
+class RenderingTest : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        ASSERT_TRUE(dir.isValid());
+        // Opaque fills and an invisible grid make the expected colours exact.
+        auto settings = openAppSettings();
+        settings->clear();
+        settings->setValue("colors/fillAlpha", 255);
+        settings->setValue("colors/grid", ViewColors().background.name());
+        QImage picture(4, 4, QImage::Format_RGB32);
+        for (int y = 0; y < 4; ++y) {
+            for (int x = 0; x < 4; ++x)
+                picture.setPixelColor(x, y, y < 2 ? QColor(255, 0, 0) : QColor(0, 0, 255));
+        }
+        ASSERT_TRUE(picture.save(dir.filePath("picture.png")));
+        const QString path = writeFile(dir, "scene.plax", kScene);
+        ASSERT_TRUE(document.load(path)) << path.toStdString();
+    }
+
+    std::unique_ptr<EditorView> showView()
+    {
+        auto view = std::make_unique<EditorView>(document, std::make_shared<TextureCache>());
+        view->resize(400, 300);
+        view->show();
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(view.get()));
+        view->setView({0, 2}, 24);
+        return view;
+    }
+
+    QTemporaryDir dir;
+    EditorDocument document;
+};
+} // namespace
+
+TEST_F(RenderingTest, FixtureJointAnchorAndImageAppearAtTheirPixels)
+{
+    LogCapture log;
+    auto view = showView();
+    const QImage frame = view->grabFramebuffer();
+    ASSERT_FALSE(frame.isNull());
+    const ViewColors colors;
+    const ViewCamera& camera = view->camera();
+
+    // Inside the square, away from its outline and from the joint's lines.
+    const QColor fixture = pixel(frame, camera.toPixel({4, 3.5f}));
+    EXPECT_TRUE(near(fixture, colors.staticBody)) << describe(fixture);
+    // The joint's anchor marker at (5, 5).
+    const QColor anchor = pixel(frame, camera.toPixel({5, 5}));
+    EXPECT_TRUE(near(anchor, colors.joint)) << describe(anchor);
+    // The image, the right way up.
+    EXPECT_TRUE(near(pixel(frame, camera.toPixel({-5, 6})), Qt::red)) << describe(pixel(frame, camera.toPixel({-5, 6})));
+    EXPECT_TRUE(near(pixel(frame, camera.toPixel({-5, 4})), Qt::blue)) << describe(pixel(frame, camera.toPixel({-5, 4})));
+    // Empty space shows the background.
+    EXPECT_TRUE(near(pixel(frame, camera.toPixel({3, -6})), colors.background));
+    // The missing image draws a placeholder (not the background) and is reported once.
+    EXPECT_FALSE(near(pixel(frame, camera.toPixel({-5.3f, -5.3f})), colors.background));
+    view->update();
+    QTest::qWait(50);
+    EXPECT_EQ(log.count(LOG_WARNING, "missing.png"), 1);
+}
+
+TEST_F(RenderingTest, SelectionIsHighlightedAndAChangedImageFileIsReloaded)
+{
+    auto view = showView();
+    const ViewColors colors;
+    document.selection().add(ItemKind::Body, 1);
+    view->sceneChanged();
+    QImage frame = view->grabFramebuffer();
+    EXPECT_TRUE(near(pixel(frame, view->camera().toPixel({4, 3.5f})), colors.selection));
+
+    QImage green(4, 4, QImage::Format_RGB32);
+    green.fill(QColor(0, 255, 0));
+    // A different size too, so that the change shows even within the same second.
+    green = green.scaled(8, 8);
+    ASSERT_TRUE(green.save(dir.filePath("picture.png")));
+    view->update();
+    frame = view->grabFramebuffer();
+    EXPECT_TRUE(near(pixel(frame, view->camera().toPixel({-5, 6})), QColor(0, 255, 0)))
+        << describe(pixel(frame, view->camera().toPixel({-5, 6})));
+}
+
+TEST_F(RenderingTest, HugeAndNonFiniteCoordinatesDrawAndZoomToFit)
+{
+    const QString path = writeFile(dir, "huge.plax", R"({"metaworld": {"metabody": [
+      {"id": 1, "type": "static", "position": {"x": 1e30, "y": -1e30},
+       "fixture": [{"id": 1, "shapes": [{"type": "circle", "radius": 1e29, "vertices": {"x": [0], "y": [0]}}]}]},
+      {"id": 2, "type": "static", "position": {"x": 1, "y": 1},
+       "fixture": [{"id": 2, "shapes": [{"type": "polygon", "vertices": {"x": [0, 1, 1], "y": [0, 0, 1]}}]}]}
+    ]}})");
+    ASSERT_TRUE(document.load(path));
+    auto view = showView();
+    view->zoomToFit();
+    EXPECT_TRUE(std::isfinite(view->camera().height));
+    EXPECT_TRUE(std::isfinite(view->camera().center.x));
+    EXPECT_FALSE(view->grabFramebuffer().isNull());
+}
