@@ -19,17 +19,21 @@ $(BUILD)/CMakeCache.txt: | deps
 build: deps $(BUILD)/CMakeCache.txt
 	cmake --build $(BUILD) -j $(JOBS)
 
-# Opens the editor when a display is available; otherwise runs the batch
-# tool on the bundled example scene and writes its results into $(BUILD).
+# Opens the editor with the example scene when a display is available
+# (arguments would select the batch tool, so the scene is named through
+# PLAX_OPEN); otherwise runs the batch tool on the example and writes its
+# results into $(BUILD).
 run: build
 	@if [ -n "$$DISPLAY" ] || [ -n "$$WAYLAND_DISPLAY" ]; then \
-	  cd $(BUILD) && ./plax; \
+	  cd $(BUILD) && PLAX_OPEN="$(abspath $(EXAMPLE))" ./plax; \
 	else \
 	  echo "No display found: running the batch tool on $(EXAMPLE)"; \
 	  ./$(BUILD)/plax -v -i $(EXAMPLE) -r $(BUILD)/demo-resaved.plax -e $(BUILD)/demo-rawinfo.json && \
 	  echo "Wrote $(BUILD)/demo-resaved.plax and $(BUILD)/demo-rawinfo.json"; \
 	fi
 
+# Core tests need no display; the interface tests start their own Xvfb
+# through xvfb-run and draw with Mesa (see tests/CMakeLists.txt).
 test: build
 	cd $(BUILD) && QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j $(JOBS)
 
@@ -40,6 +44,8 @@ test-sanitize: deps
 
 bench: build
 	./$(BUILD)/bench/plax-bench
+	@if [ -n "$$DISPLAY" ]; then ./$(BUILD)/bench/plax-render-bench; \
+	else xvfb-run -a -s "-screen 0 1600x1000x24" ./$(BUILD)/bench/plax-render-bench; fi
 
 clean:
 	rm -rf $(BUILD) $(ASAN_BUILD)

@@ -1,12 +1,25 @@
 #pragma once
 
 #include <QMainWindow>
+#include <QStringList>
 
+class AutoSaver;
+class EditorDocument;
+class EditorWorkspace;
+class ItemsTree;
+class PropertiesPanel;
+class QAction;
+class QDockWidget;
 class QMdiArea;
+class QMenu;
 class QPlainTextEdit;
+class QUndoView;
 
-/// The editor's main window: a multiple-document area, the message log dock
-/// and the status bar. Its geometry and dock state persist in the settings.
+/// The editor's main window: the workspace's multiple-document area, the
+/// menus, the panels (items, properties, script output, undo stack, message
+/// log) as docks that the View menu can always show again, and the status
+/// bar. Its geometry and dock state persist in the settings. It shows the
+/// log in its panel and the core's messages as message boxes.
 class MainWindow : public QMainWindow
 {
     Q_OBJECT
@@ -18,20 +31,59 @@ public:
 
     /// The multiple-document area holding the views.
     QMdiArea* mdiArea() const { return m_mdiArea; }
+    /// The documents and views.
+    EditorWorkspace* workspace() const { return m_workspace; }
     /// Text of the message log panel.
     QString logText() const;
+    /// The action of a menu entry by its object name (tests, toolbars), or null.
+    QAction* action(const QString& objectName) const;
+    /// The recent-files menu.
+    QMenu* recentFilesMenu() const { return m_recentMenu; }
+    /// Opens the documents given by PLAX_OPEN (a list of paths) or, when the
+    /// setting asks for it, those open at the last exit; then offers to
+    /// recover autosaved documents.
+    void openStartupDocuments();
 
 public slots:
     /// Appends one accepted log message to the message log panel.
     void appendLogMessage(int level, const QString& text);
+    /// Shows the open dialog.
+    void openFileDialog();
+    /// Saves the active document (asking for a file when it has none).
+    bool save();
+    /// Saves the active document under a new name.
+    bool saveAs();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
 private:
+    void createPanels();
+    void createMenus();
+    QDockWidget* addPanel(QWidget* widget, const QString& objectName, Qt::DockWidgetArea area, const QKeySequence& key);
+    void activeDocumentChanged(EditorDocument* document);
+    void updateRecentFilesMenu(const QStringList& files);
+    void updateDockTitles();
+    void installNotifier();
     void restoreSettings();
     void saveSettings() const;
+    QStringList openDocumentPaths() const;
 
     QMdiArea* m_mdiArea;
+    EditorWorkspace* m_workspace;
+    AutoSaver* m_autoSaver;
     QPlainTextEdit* m_logView;
+    QPlainTextEdit* m_scriptOutput;
+    ItemsTree* m_itemsTree;
+    PropertiesPanel* m_properties;
+    QUndoView* m_undoView;
+    QMenu* m_recentMenu = nullptr;
+    QMenu* m_viewMenu = nullptr;
+    QDockWidget* m_itemsDock = nullptr;
+    QDockWidget* m_propertiesDock = nullptr;
+    QDockWidget* m_scriptDock = nullptr;
+    QDockWidget* m_logDock = nullptr;
+    QDockWidget* m_undoDock = nullptr;
 };

@@ -1,6 +1,9 @@
 target_sources(plaxgui PRIVATE
+  app/autosave.cpp app/autosave.h
   app/batchtool.cpp app/batchtool.h
+  app/editorworkspace.cpp app/editorworkspace.h
   app/lastchance.cpp app/lastchance.h
   app/mainwindow.cpp app/mainwindow.h
+  app/recentfiles.cpp app/recentfiles.h
   app/startup.cpp app/startup.h
 )

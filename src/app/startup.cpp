@@ -4,7 +4,6 @@
 #include "app/lastchance.h"
 #include "app/mainwindow.h"
 #include "base/log.h"
-#include "base/notify.h"
 #include "base/settings.h"
 #include "base/version.h"
 #include "script/scriptapi.h"
@@ -15,7 +14,6 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QImageReader>
-#include <QMessageBox>
 #include <QStatusBar>
 #include <QThread>
 #include <QTranslator>
@@ -90,21 +88,6 @@ void reportWorkingDirectory(const WorkingDirectory& wd)
     }
 }
 
-void installMessageBoxes(MainWindow* window)
-{
-    UserNotifier::setHandlers(
-        [window](UserNotifier::Kind kind, const QString& title, const QString& text) {
-            switch (kind) {
-            case UserNotifier::Kind::Information: QMessageBox::information(window, title, text); break;
-            case UserNotifier::Kind::Warning: QMessageBox::warning(window, title, text); break;
-            case UserNotifier::Kind::Critical: QMessageBox::critical(window, title, text); break;
-            }
-        },
-        [window](const QString& title, const QString& text) {
-            return QMessageBox::question(window, title, text) == QMessageBox::Yes;
-        });
-}
-
 int runGui(QApplication& app, int argc, char* argv[], const WorkingDirectory& wd)
 {
     plaxLog(LOG_DEBUG, QStringLiteral("Application dir path: %1").arg(QCoreApplication::applicationDirPath()));
@@ -118,13 +101,9 @@ int runGui(QApplication& app, int argc, char* argv[], const WorkingDirectory& wd
     if (translator.load(QStringLiteral("plax_jp")))
         QCoreApplication::installTranslator(&translator);
 
+    // The main window shows the log in its panel and the core's messages as boxes.
     MainWindow window;
     window.show();
-    Log::setListener([&window](int level, const QString& text) {
-        QMetaObject::invokeMethod(&window, "appendLogMessage", Qt::AutoConnection, Q_ARG(int, level),
-                                  Q_ARG(QString, text));
-    });
-    installMessageBoxes(&window);
 
     plaxLog(LOG_INFO, "Started P.L.A.X %d.%d.%d - hello!", Version::kMajor, Version::kMinor, Version::kPatch);
     plaxLog(LOG_DEBUG, "Using Box2D %s", Version::box2dVersion());
@@ -159,12 +138,11 @@ int runGui(QApplication& app, int argc, char* argv[], const WorkingDirectory& wd
         }
     }
     window.statusBar()->showMessage(QObject::tr("Ready"));
+    window.openStartupDocuments();
     if (Version::kTrial)
         plaxLog(LOG_INFO, "This is the trial version of P.L.A.X - some features are not available.");
 
     const int result = app.exec();
-    Log::setListener({});
-    UserNotifier::setHandlers({}, {});
     plaxLog(LOG_INFO, "Exiting PLAX - goodbye!");
     return result;
 }

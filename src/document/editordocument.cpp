@@ -45,6 +45,7 @@ bool EditorDocument::load(const QString& path)
         return false;
     m_undoStack.clear();
     m_selection.clear();
+    m_recovered = false;
     m_world = std::move(loaded);
     m_filePath = QFileInfo(path).absoluteFilePath();
     m_scripting->scriptLog().start(m_filePath);
@@ -63,13 +64,24 @@ bool EditorDocument::save(const QString& path, bool adoptPath)
             m_scripting->scriptLog().start(m_filePath);
         }
         m_undoStack.setClean();
+        m_recovered = false;
     }
+    return true;
+}
+
+bool EditorDocument::loadRecovered(const QString& backupPath, const QString& originalPath)
+{
+    if (!load(backupPath))
+        return false;
+    m_filePath = originalPath.isEmpty() ? QString() : QFileInfo(originalPath).absoluteFilePath();
+    m_scripting->scriptLog().start(m_filePath);
+    m_recovered = true;
     return true;
 }
 
 bool EditorDocument::isModified() const
 {
-    return ::isModified(m_undoStack);
+    return m_recovered || ::isModified(m_undoStack);
 }
 
 bool EditorDocument::runCommandScript(const QString& script, const QString& progressText)

@@ -43,6 +43,11 @@ public:
     /// save, as opposed to writing a copy).
     bool save(const QString& path, bool adoptPath = true);
 
+    /// Reads an autosaved copy of a scene in place of its file: the document
+    /// takes `originalPath` (empty for a scene never saved) as its file and
+    /// counts as modified until it is saved. False when the copy cannot be read.
+    bool loadRecovered(const QString& backupPath, const QString& originalPath);
+
     /// True when the scene has changes that are not saved (see isModified()).
     bool isModified() const;
 
@@ -67,4 +72,5 @@ private:
     Selection m_selection;
     EditorState m_editorState;
     std::unique_ptr<DocumentScripting> m_scripting;
+    bool m_recovered = false;
 };

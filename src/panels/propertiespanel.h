@@ -1,0 +1,43 @@
+#pragma once
+
+#include "model/itemkind.h"
+#include "panels/propertydefs.h"
+
+#include <QScrollArea>
+
+class EditorDocument;
+class QFormLayout;
+class QWidget;
+
+/// The properties panel: every property of the selected bodies, fixtures,
+/// joints and images. With several items selected, a property whose values
+/// differ shows as mixed. An edit changes every selected item of the kind
+/// through the script API as one undo step. Shows "No selection" when
+/// nothing is selected.
+class PropertiesPanel : public QScrollArea
+{
+    Q_OBJECT
+
+public:
+    /// An empty panel.
+    explicit PropertiesPanel(QWidget* parent = nullptr);
+
+    /// Shows a document's selection (null: nothing).
+    void setDocument(EditorDocument* document);
+    /// Rebuilds the rows from the document (deferred to the event loop, so an
+    /// editor can finish its own signal first).
+    void scheduleRefresh();
+    /// Rebuilds the rows now.
+    void refresh();
+    /// Text shown when there is nothing to show.
+    static QString noSelectionText();
+
+private:
+    void addSection(QFormLayout* form, ItemKind kind, const std::vector<PropertyDef>& rows);
+    QWidget* makeEditor(ItemKind kind, const PropertyDef& row, const std::vector<const MetaItem*>& items);
+    void apply(ItemKind kind, const PropertyDef& row, const QVariant& value);
+
+    EditorDocument* m_document = nullptr;
+    QMetaObject::Connection m_stackConnection;
+    bool m_refreshPending = false;
+};

@@ -1,0 +1,84 @@
+// Developer tool: opens scenes in the real editor window and saves a picture
+// of the window, so that the interface can be looked at on a machine without
+// a screen (run it under xvfb-run; see tools/README.md).
+//
+//   plax-screenshot OUT.png [--size WxH] [--script FILE.rs] [--key KEYS]
+//                   [--wait MS] SCENE...
+#include "app/mainwindow.h"
+#include "app/editorworkspace.h"
+#include "document/editordocument.h"
+#include "script/documentscripting.h"
+#include "support/tempsettings.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QKeySequence>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QTest>
+#include <QTimer>
+
+#include <cstdio>
+
+int main(int argc, char** argv)
+{
+    TemporarySettingsHome home;
+    QApplication app(argc, argv);
+    QStringList args = app.arguments().mid(1);
+    if (args.isEmpty()) {
+        std::fprintf(stderr, "usage: plax-screenshot OUT.png [--size WxH] [--script FILE] [--key KEYS] [--wait MS] SCENE...\n");
+        return 2;
+    }
+    const QString out = args.takeFirst();
+    QSize size(1400, 900);
+    QString script;
+    QStringList keys;
+    int waitMs = 500;
+    QStringList scenes;
+    while (!args.isEmpty()) {
+        const QString a = args.takeFirst();
+        if (a == QLatin1String("--size") && !args.isEmpty()) {
+            const QStringList wh = args.takeFirst().split(QLatin1Char('x'));
+            if (wh.size() == 2)
+                size = QSize(wh[0].toInt(), wh[1].toInt());
+        } else if (a == QLatin1String("--script") && !args.isEmpty()) {
+            script = args.takeFirst();
+        } else if (a == QLatin1String("--key") && !args.isEmpty()) {
+            keys.append(args.takeFirst());
+        } else if (a == QLatin1String("--wait") && !args.isEmpty()) {
+            waitMs = args.takeFirst().toInt();
+        } else {
+            scenes.append(a);
+        }
+    }
+
+    MainWindow window;
+    window.resize(size);
+    window.show();
+    if (!QTest::qWaitForWindowExposed(&window))
+        std::fprintf(stderr, "the window was not shown\n");
+    for (const QString& scene : scenes)
+        window.workspace()->openFile(scene);
+    if (!script.isEmpty()) {
+        QFile file(script);
+        if (EditorDocument* document = window.workspace()->activeDocument(); document && file.open(QIODevice::ReadOnly))
+            document->scripting().runOneShot(QString::fromUtf8(file.readAll()), QString());
+    }
+    QTest::qWait(200);
+    for (const QString& key : keys) {
+        QWidget* target = window.mdiArea()->activeSubWindow() ? window.mdiArea()->activeSubWindow()->widget() : &window;
+        target->setFocus();
+        const QKeySequence sequence(key);
+        for (int i = 0; i < sequence.count(); ++i)
+            QTest::keyClick(target, sequence[i].key(), sequence[i].keyboardModifiers());
+        QTest::qWait(50);
+    }
+    QTest::qWait(waitMs);
+    const QImage picture = window.grab().toImage();
+    if (!picture.save(out)) {
+        std::fprintf(stderr, "could not write %s\n", qPrintable(out));
+        return 1;
+    }
+    std::printf("wrote %s (%dx%d)\n", qPrintable(out), picture.width(), picture.height());
+    return 0;
+}
