@@ -204,6 +204,16 @@ void MainWindow::createMenus()
         if (EditorView* view = editorViewOf(m_mdiArea))
             m_workspace->openEditorView(&view->document(), view);
     });
+    QAction* labels = make(m_viewMenu, "actionShowLabels", tr("Show item &labels"), QKeySequence(Qt::CTRL | Qt::Key_L),
+                           [this](bool on) {
+                               openAppSettings()->setValue(QLatin1String(EditorView::kShowLabelsKey), on);
+                               for (QMdiSubWindow* window : m_mdiArea->subWindowList()) {
+                                   if (auto* view = qobject_cast<EditorView*>(window->widget()))
+                                       view->setShowLabels(on);
+                               }
+                           });
+    labels->setCheckable(true);
+    labels->setChecked(openAppSettings()->value(QLatin1String(EditorView::kShowLabelsKey), true).toBool());
     m_viewMenu->addSeparator();
     for (QDockWidget* dock : {m_itemsDock, m_propertiesDock, m_scriptDock, m_undoDock, m_logDock})
         m_viewMenu->addAction(dock->toggleViewAction());

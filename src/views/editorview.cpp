@@ -1,16 +1,20 @@
 #include "views/editorview.h"
 
+#include "base/settings.h"
 #include "document/editordocument.h"
 #include "model/metaworld.h"
 #include "script/scriptapisupport.h"
 #include "script/scriptbody.h"
 #include "script/scriptfixture.h"
+#include "editing/editmode.h"
 #include "views/hittest.h"
+#include "views/labelpainter.h"
 #include "views/texturecache.h"
 
 #include <QElapsedTimer>
 #include <QMouseEvent>
 #include <QOpenGLContext>
+#include <QPainter>
 #include <QWheelEvent>
 
 #include <algorithm>
@@ -34,6 +38,7 @@ EditorView::EditorView(EditorDocument& document, std::shared_ptr<TextureCache> t
     m_camera.center = state.viewCenter;
     m_camera.height = state.viewHeight > 0 ? state.viewHeight : 20;
     m_fitPending = true;
+    m_showLabels = openAppSettings()->value(QLatin1String(kShowLabelsKey), true).toBool();
     connect(&document.undoStack(), &QUndoStack::indexChanged, this, [this] { sceneChanged(); });
 }
 
@@ -159,6 +164,24 @@ void EditorView::paintGL()
         m_uploadDirty = false;
     }
     m_renderer.paint(m_camera, m_colors, document().editorState().cursor);
+    m_labelCount = 0;
+    if (m_showLabels && !m_geometry.labels.empty()) {
+        QPainter painter(this);
+        // The scene was drawn with raw OpenGL: hand the state back to the painter.
+        painter.beginNativePainting();
+        painter.endNativePainting();
+        painter.setRenderHint(QPainter::TextAntialiasing);
+        const ItemKind kind = editModeItemKind(editModeFromWord(document().editorState().editMode));
+        m_labelCount = LabelPainter::paint(painter, m_camera, m_geometry.labels, kind, m_colors.label, m_colors.selection);
+    }
+}
+
+void EditorView::setShowLabels(bool show)
+{
+    if (m_showLabels == show)
+        return;
+    m_showLabels = show;
+    update();
 }
 
 void EditorView::mousePressEvent(QMouseEvent* event)

@@ -40,6 +40,14 @@ public:
     const SceneGeometry& geometry();
     /// Milliseconds the last geometry build took.
     double lastBuildMilliseconds() const { return m_buildMs; }
+    /// Setting that keeps whether new views draw names.
+    static constexpr const char* kShowLabelsKey = "editor/showlabels";
+    /// Shows or hides the names of the items of the current edit mode.
+    void setShowLabels(bool show);
+    /// Whether names are drawn.
+    bool showLabels() const { return m_showLabels; }
+    /// Labels drawn in the last frame.
+    int lastLabelCount() const { return m_labelCount; }
 
 signals:
     /// Asks for a simulation view of this view's document.
@@ -74,4 +82,6 @@ private:
     double m_buildMs = 0;
     QPointF m_lastDragPixel;
     bool m_panning = false;
+    bool m_showLabels = true;
+    int m_labelCount = 0;
 };

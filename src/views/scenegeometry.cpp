@@ -108,6 +108,20 @@ private:
         const Vec2 origin = place(placement, body.position);
         if (finite(origin))
             m_shapes.cross(origin, bodySelected ? 6 : 3, bodySelected ? m_colors.selection : outline);
+        if (!selection)
+            return;
+        label(origin, body, bodySelected);
+        for (const auto& fixture : body.fixtures()) {
+            if (fixture->vertices().empty())
+                continue;
+            // A fixture is named at the middle of its vertices.
+            Vec2 sum;
+            for (const Vec2& v : fixture->vertices())
+                sum = {sum.x + v.x, sum.y + v.y};
+            const float n = float(fixture->vertices().size());
+            label(bodyPoint(body, {sum.x / n, sum.y / n}), *fixture,
+                  selection->contains(ItemKind::Fixture, fixture->id()));
+        }
     }
 
     void joint(const MetaJoint& joint, const Selection* selection, const Placement& placement)
@@ -131,6 +145,8 @@ private:
         m_shapes.segment(a, b, colour);
         m_shapes.marker(a, selected ? 9 : 7, colour);
         m_shapes.marker(b, selected ? 9 : 7, colour);
+        if (selection)
+            label({(a.x + b.x) / 2, (a.y + b.y) / 2}, joint, selected);
     }
 
     void images(const MetaWorld& world, const Selection* selection, const Placement& placement,
@@ -161,6 +177,10 @@ private:
             m_target.images.push_back(draw);
             const bool selected = selection && selection->contains(ItemKind::Image, image->id());
             const QColor outline = selected ? m_colors.selection : m_colors.imageOutline;
+            if (selection) {
+                const Vec2 mid{(draw.corners[0].x + draw.corners[2].x) / 2, (draw.corners[0].y + draw.corners[2].y) / 2};
+                label(mid, *image, selected);
+            }
             for (size_t i = 0; i < 4; ++i) {
                 m_shapes.segment(draw.corners[i], draw.corners[(i + 1) % 4], outline);
                 m_shapes.include(draw.corners[i]);
@@ -176,6 +196,8 @@ private:
         const bool selected = selection && selection->contains(ItemKind::Object, object.id());
         m_shapes.cross(at, 8, selected ? m_colors.selection : m_colors.object);
         m_shapes.marker(at, 4, selected ? m_colors.selection : m_colors.object);
+        if (selection)
+            label(at, object, selected);
         if (!object.objectDocument || depth >= kMaxObjectDepth)
             return;
         Placement own;
@@ -185,6 +207,12 @@ private:
         own.flip = object.flip;
         const EditorDocument& inner = *object.objectDocument;
         world(inner.world(), nullptr, placement.then(own), inner.filePath(), depth + 1);
+    }
+
+    void label(Vec2 at, const MetaItem& item, bool selected)
+    {
+        if (finite(at))
+            m_target.labels.push_back({at, item.name(), item.kind(), item.id(), selected});
     }
 
     SceneGeometry& m_target;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/types.h"
+#include "model/itemkind.h"
 
 #include <QColor>
 #include <QString>
@@ -36,6 +37,18 @@ struct ImageDraw
     QColor tint = Qt::white;
 };
 
+/// A name drawn beside an item: its anchor in world coordinates, the kind
+/// of item it names (views show the labels of the current edit mode) and
+/// whether the item is selected.
+struct SceneLabel
+{
+    Vec2 at;
+    QString text;
+    ItemKind kind = ItemKind::Body;
+    ItemId id = 0;
+    bool selected = false;
+};
+
 /// The drawable form of a scene, built once per scene change and then drawn
 /// every frame without walking the model: triangles and line segments in
 /// world coordinates with colours, and the images. Selected items carry the
@@ -48,6 +61,8 @@ struct SceneGeometry
     std::vector<GeomVertex> lines;
     /// Images, in render order (drawn before the triangles).
     std::vector<ImageDraw> images;
+    /// Names of the scene's own items (not of object contents).
+    std::vector<SceneLabel> labels;
     /// World box of everything drawn; lo > hi when nothing is drawn.
     Vec2 lo{1, 1};
     Vec2 hi{-1, -1};

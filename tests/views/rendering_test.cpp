@@ -158,3 +158,41 @@ TEST_F(RenderingTest, HugeAndNonFiniteCoordinatesDrawAndZoomToFit)
     EXPECT_TRUE(std::isfinite(view->camera().center.x));
     EXPECT_FALSE(view->grabFramebuffer().isNull());
 }
+
+namespace
+{
+// Pixels of the label colour in the box where a label is written beside `at`.
+int labelPixels(const QImage& frame, QPointF at, const QColor& colour)
+{
+    int count = 0;
+    for (int y = int(at.y()) - 18; y < int(at.y()) - 2; ++y) {
+        for (int x = int(at.x()) + 5; x < int(at.x()) + 50; ++x) {
+            if (x >= 0 && y >= 0 && x < frame.width() && y < frame.height() && near(frame.pixelColor(x, y), colour, 40))
+                ++count;
+        }
+    }
+    return count;
+}
+} // namespace
+
+TEST_F(RenderingTest, LabelsNameTheItemsOfTheEditModeAndCanBeHidden)
+{
+    const ViewColors colors;
+    auto view = showView();
+    QImage frame = view->grabFramebuffer();
+    EXPECT_EQ(view->lastLabelCount(), 2); // "block" and "other"
+    const QPointF other = view->camera().toPixel({9, 5});
+    EXPECT_GT(labelPixels(frame, other, colors.label), 5);
+    const QPointF pinMiddle = view->camera().toPixel({7, 5});
+    EXPECT_EQ(labelPixels(frame, pinMiddle + QPointF(0, 20), colors.label), 0);
+
+    // In the joint mode the joint is named, at the middle of its anchors.
+    document.editorState().editMode = QStringLiteral("joints");
+    frame = view->grabFramebuffer();
+    EXPECT_EQ(view->lastLabelCount(), 1);
+
+    view->setShowLabels(false);
+    frame = view->grabFramebuffer();
+    EXPECT_EQ(view->lastLabelCount(), 0);
+    EXPECT_EQ(labelPixels(frame, other, colors.label), 0);
+}
