@@ -532,6 +532,58 @@ void registerDuplicateFor(ScriptRegistrar& reg, const char* type, bool withFlag)
 }
 
 template <class Handle>
+std::vector<Handle> selectedHandles(ItemKind kind)
+{
+    std::vector<Handle> handles;
+    ScriptDocument* doc = ScriptApi::document();
+    for (ItemId id : doc->selection().items(kind))
+        if (auto* item = static_cast<typename HandleKind<Handle>::Item*>(doc->world().findItem(kind, id)))
+            handles.push_back(HandleKind<Handle>::handle(item));
+    return handles;
+}
+
+template <class Handle>
+void transformHandles(const std::vector<Handle>& handles, TransformApi::Operation operation, int pivotMode, float a,
+                      float b)
+{
+    switch (operation) {
+    case TransformApi::Operation::Translate: Ops<Handle>::translateAll(handles, {a, b}); break;
+    case TransformApi::Operation::Rotate: Ops<Handle>::rotateAll(handles, pivotMode, a); break;
+    case TransformApi::Operation::Scale: Ops<Handle>::scaleAll(handles, pivotMode, a, b); break;
+    }
+}
+
+void transformJoints(const std::vector<ScriptJoint>& joints, TransformApi::Operation operation, int pivotMode, float a,
+                     float b)
+{
+    switch (operation) {
+    case TransformApi::Operation::Translate: JointOps::translateAll(joints, 2, {a, b}); break;
+    case TransformApi::Operation::Rotate: JointOps::rotateAll(joints, 2, pivotMode, a); break;
+    case TransformApi::Operation::Scale: {
+        if (!usable(a, "scale") || !usable(b, "scale"))
+            return;
+        Vec2 group;
+        int count = 0;
+        for (const ScriptJoint& h : joints)
+            if (MetaJoint* j = ScriptApi::use(h)) {
+                group = group + JointOps::center(*j);
+                ++count;
+            }
+        if (count)
+            group = group * (1.0f / float(count));
+        for (const ScriptJoint& h : joints)
+            if (MetaJoint* j = ScriptApi::use(h)) {
+                const Vec2 pivot = pivotMode == 2 ? cursor() : pivotMode == 1 ? group : JointOps::center(*j);
+                JointOps::moveAnchors(*j, 2, [&](Vec2 w) {
+                    return Vec2{pivot.x + (w.x - pivot.x) * a, pivot.y + (w.y - pivot.y) * b};
+                });
+            }
+        break;
+    }
+    }
+}
+
+template <class Handle>
 bool addCenter(const std::vector<ItemId>& ids, ItemKind kind, Vec2& sum, int& count)
 {
     MetaWorld* world = ScriptApi::world();
@@ -579,6 +631,30 @@ ScriptVec2 getSelectionCenter(int mode)
     if (count == 0)
         return {};
     return {sum.x / float(count), sum.y / float(count)};
+}
+
+void transformSelection(int mode, Operation operation, int pivotMode, float a, float b)
+{
+    ScriptDocument* doc = ScriptApi::document();
+    if (!doc)
+        return;
+    switch (mode) {
+    case 0: transformHandles(selectedHandles<ScriptBody>(ItemKind::Body), operation, pivotMode, a, b); break;
+    case 1: transformHandles(selectedHandles<ScriptFixture>(ItemKind::Fixture), operation, pivotMode, a, b); break;
+    case 2: {
+        std::vector<ScriptVertex> vertices;
+        for (const Selection::VertexRef& v : doc->selection().vertices())
+            if (MetaFixture* f = doc->world().findFixture(v.fixture))
+                vertices.push_back(ScriptApi::vertexHandle(f, v.index));
+        transformHandles(vertices, operation, pivotMode, a, b);
+        break;
+    }
+    case 3: transformJoints(selectedHandles<ScriptJoint>(ItemKind::Joint), operation, pivotMode, a, b); break;
+    case 4: transformHandles(selectedHandles<ScriptImage>(ItemKind::Image), operation, pivotMode, a, b); break;
+    case 5: transformHandles(selectedHandles<ScriptSampler>(ItemKind::Sampler), operation, pivotMode, a, b); break;
+    case 6: transformHandles(selectedHandles<ScriptObject>(ItemKind::Object), operation, pivotMode, a, b); break;
+    default: break;
+    }
 }
 
 void registerTransforms(ScriptRegistrar& reg)

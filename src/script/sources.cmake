@@ -1,6 +1,8 @@
 target_sources(plaxcore PRIVATE
   script/batchscript.cpp script/batchscript.h
   script/documentscripting.cpp script/documentscripting.h
+  script/hookevents.cpp script/hookevents.h
+  script/itemsnapshot.cpp script/itemsnapshot.h
   script/register_aabb.cpp
   script/register_addons.cpp
   script/register_body.cpp
@@ -61,4 +63,5 @@ target_sources(plaxcore PRIVATE
   script/scriptwatchdog.cpp script/scriptwatchdog.h
   script/scriptworld.cpp script/scriptworld.h
   script/selectionedits.cpp script/selectionedits.h
+  script/transformsession.cpp script/transformsession.h
 )
