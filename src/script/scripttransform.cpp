@@ -657,6 +657,26 @@ void transformSelection(int mode, Operation operation, int pivotMode, float a, f
     }
 }
 
+int duplicateSelection(int mode)
+{
+    const auto copies = [](auto handles) {
+        using Handle = typename decltype(handles)::value_type;
+        int made = 0;
+        for (const Handle& h : handles)
+            made += Duplicate<Handle>::one(h, true).valid ? 1 : 0;
+        return made;
+    };
+    switch (mode) {
+    case 0: return copies(selectedHandles<ScriptBody>(ItemKind::Body));
+    case 1: return copies(selectedHandles<ScriptFixture>(ItemKind::Fixture));
+    case 3: return copies(selectedHandles<ScriptJoint>(ItemKind::Joint));
+    case 4: return copies(selectedHandles<ScriptImage>(ItemKind::Image));
+    case 5: return copies(selectedHandles<ScriptSampler>(ItemKind::Sampler));
+    case 6: return copies(selectedHandles<ScriptObject>(ItemKind::Object));
+    default: return 0;
+    }
+}
+
 void registerTransforms(ScriptRegistrar& reg)
 {
     registerTransformsFor<ScriptBody>(reg, "body");

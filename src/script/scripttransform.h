@@ -38,6 +38,11 @@ enum class Operation
 /// both anchors; scaling joints scales the anchors' distances to the pivot.
 void transformSelection(int mode, Operation operation, int pivotMode, float a, float b = 0);
 
+/// Duplicates the selected items of an edit mode in place (fresh ids and
+/// names) through the script API's duplicate, selecting the copies instead of
+/// the originals; returns how many were made. Vertices are not duplicated.
+int duplicateSelection(int mode);
+
 /// Registers translate, rotate and scale for every handle type and array.
 void registerTransforms(ScriptRegistrar& reg);
 /// Registers duplicate for every handle type and array, and step.

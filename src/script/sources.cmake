@@ -1,5 +1,6 @@
 target_sources(plaxcore PRIVATE
   script/batchscript.cpp script/batchscript.h
+  script/clipboardedits.cpp script/clipboardedits.h
   script/documentscripting.cpp script/documentscripting.h
   script/hookevents.cpp script/hookevents.h
   script/itemsnapshot.cpp script/itemsnapshot.h
