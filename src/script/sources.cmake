@@ -1,6 +1,7 @@
 target_sources(plaxcore PRIVATE
   script/batchscript.cpp script/batchscript.h
   script/clipboardedits.cpp script/clipboardedits.h
+  script/creationedits.cpp script/creationedits.h
   script/documentscripting.cpp script/documentscripting.h
   script/hookevents.cpp script/hookevents.h
   script/itemsnapshot.cpp script/itemsnapshot.h
@@ -63,6 +64,7 @@ target_sources(plaxcore PRIVATE
   script/scriptvec2.cpp script/scriptvec2.h
   script/scriptwatchdog.cpp script/scriptwatchdog.h
   script/scriptworld.cpp script/scriptworld.h
+  script/selectionchange.cpp script/selectionchange.h
   script/selectionedits.cpp script/selectionedits.h
   script/transformsession.cpp script/transformsession.h
 )
