@@ -13,6 +13,7 @@
 #include "views/drawtool.h"
 #include "views/labelpainter.h"
 #include "views/selecttool.h"
+#include "views/shapegeometry.h"
 #include "views/texturecache.h"
 #include "views/transformtool.h"
 
@@ -39,6 +40,8 @@ constexpr double kHitPixels = 4;
 constexpr double kWheelZoom = 1.15;
 // A right click that moves less than this opens the context menu.
 constexpr double kClickPixels = 4;
+// Fixtures drawn smaller than this many pixels use the coarse drawing.
+constexpr double kCoarseBelowPixels = 24;
 
 bool isSceneFile(const QString& path)
 {
@@ -117,6 +120,7 @@ void EditorView::fitToScene()
 void EditorView::sceneChanged()
 {
     m_geometryDirty = true;
+    m_typicalSizeDirty = true;
     m_picker.clear();
     update();
 }
@@ -126,12 +130,28 @@ void EditorView::previewChanged()
     sceneChanged();
 }
 
+int EditorView::wantedCircleSegments() const
+{
+    // Zoomed out so far that a typical fixture covers only a few pixels, the
+    // coarse drawing looks the same and draws far fewer triangles.
+    const double pixels = double(m_typicalFixtureSize) / std::max(m_camera.worldPerPixel(), 1e-12);
+    return m_typicalFixtureSize > 0 && pixels < kCoarseBelowPixels ? ShapeTessellator::kCoarseCircleSegments
+                                                                   : ShapeTessellator::kCircleSegments;
+}
+
 const SceneGeometry& EditorView::geometry()
 {
+    if (!m_geometryDirty && m_geometry.circleSegments != wantedCircleSegments())
+        m_geometryDirty = true;
     if (m_geometryDirty) {
         QElapsedTimer timer;
         timer.start();
-        m_geometry = SceneGeometry::build(document().world(), document().selection(), m_colors, document().filePath());
+        if (m_typicalSizeDirty) {
+            m_typicalFixtureSize = SceneGeometry::measureTypicalFixtureSize(document().world());
+            m_typicalSizeDirty = false;
+        }
+        SceneGeometry::rebuild(m_geometry, document().world(), document().selection(), m_colors, document().filePath(),
+                               wantedCircleSegments());
         m_buildMs = double(timer.nsecsElapsed()) / 1e6;
         m_geometryDirty = false;
         m_uploadDirty = true;
@@ -237,7 +257,7 @@ void EditorView::paintGL()
         m_renderer.upload(m_geometry, *m_textures);
         m_uploadDirty = false;
     }
-    m_renderer.paint(m_camera, m_colors, document().editorState().cursor);
+    m_renderer.paint(m_camera, m_colors, document().editorState().cursor, defaultFramebufferObject());
     m_labelCount = 0;
     const bool labels = m_showLabels && !m_geometry.labels.empty();
     if (!labels && !m_tool)
@@ -267,8 +287,10 @@ void EditorView::setTool(std::unique_ptr<ViewTool> tool)
 
 void EditorView::toolChanged()
 {
+    // A tool that ends leaves the last message (its result) in place.
     const QString text = m_tool->statusText();
-    emit statusMessage(text, text.isEmpty() ? 1 : 0);
+    if (!text.isEmpty())
+        emit statusMessage(text, 0);
     update();
 }
 
@@ -336,8 +358,11 @@ void EditorView::mouseMoveEvent(QMouseEvent* event)
         cameraChanged();
         return;
     }
-    if (m_tool->mouseMove(event)) {
-        emit statusMessage(m_tool->statusText(), 0);
+    ViewTool* tool = m_tool.get();
+    if (tool->mouseMove(event)) {
+        const QString text = m_tool->statusText();
+        if (tool == m_tool.get() && !text.isEmpty())
+            emit statusMessage(text, 0);
         update();
     }
 }
@@ -395,8 +420,11 @@ void EditorView::keyPressEvent(QKeyEvent* event)
     EditorState& state = document().editorState();
     state.ctrlDown = event->modifiers().testFlag(Qt::ControlModifier);
     state.altDown = event->modifiers().testFlag(Qt::AltModifier);
-    if (m_tool->keyPress(event)) {
-        emit statusMessage(m_tool->statusText(), 0);
+    ViewTool* tool = m_tool.get();
+    if (tool->keyPress(event)) {
+        // A tool that ended in the handler has left its result in the status bar.
+        if (tool == m_tool.get())
+            emit statusMessage(m_tool->statusText(), 0);
         update();
         return;
     }
@@ -408,6 +436,13 @@ void EditorView::keyPressEvent(QKeyEvent* event)
         case Qt::Key_R: startTransform(TransformApi::Operation::Rotate, mouse, false); return;
         case Qt::Key_S: startTransform(TransformApi::Operation::Scale, mouse, false); return;
         default: break;
+        }
+        // The mode keys work here too, whatever the window's shortcuts do.
+        for (int i = 0; i < kEditModeCount; ++i) {
+            if (event->key() == Qt::Key_A + (editModeKey(EditMode(i)) - 'A')) {
+                setEditMode(EditMode(i));
+                return;
+            }
         }
         if (event->key() >= Qt::Key_0 && event->key() <= Qt::Key_9) {
             HookEvents::raise(document(), ScriptHookEvent(SHE_KEY_0 + (event->key() - Qt::Key_0)), ScriptHookData());

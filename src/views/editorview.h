@@ -47,6 +47,12 @@ public:
     const SceneGeometry& geometry();
     /// The picker of the scene as drawn now (built now if out of date).
     const ScenePicker& picker();
+    /// Scenes of more vertices than this pan over a cached picture (tests set it low).
+    void setFrameCacheThreshold(size_t vertices) { m_renderer.setFrameCacheThreshold(vertices); }
+    /// True when the last frame drew the cached picture.
+    bool lastFrameFromCache() const { return m_renderer.lastFrameFromCache(); }
+    /// Vertices the last frame drew (the chunks in sight).
+    size_t lastDrawnVertices() const { return m_renderer.drawnVertices(); }
     /// Milliseconds the last geometry build took.
     double lastBuildMilliseconds() const { return m_buildMs; }
 
@@ -120,6 +126,7 @@ private:
     void trackInput(QInputEvent* event, QPointF pixel);
     void cleanupGL();
     void toolChanged();
+    int wantedCircleSegments() const;
 
     std::shared_ptr<TextureCache> m_textures;
     ViewColors m_colors;
@@ -133,6 +140,8 @@ private:
     std::unique_ptr<ViewTool> m_tool;
     std::unique_ptr<ViewTool> m_retiredTool;
     bool m_geometryDirty = true;
+    bool m_typicalSizeDirty = true;
+    float m_typicalFixtureSize = 0;
     bool m_uploadDirty = true;
     bool m_fitPending = false;
     double m_buildMs = 0;

@@ -61,6 +61,7 @@ bool SelectTool::mousePress(QMouseEvent* event)
     m_pressed = true;
     m_boxing = false;
     m_pressPixel = m_currentPixel = event->position();
+    m_pressModifiers = event->modifiers();
     // A press on a selected item may become a move of the selection.
     EditorDocument& doc = m_view.document();
     const auto hits = m_view.picker().pick(m_view.editMode(), m_view.camera().toWorld(event->position()),
@@ -82,7 +83,7 @@ bool SelectTool::mouseMove(QMouseEvent* event)
     const QPointF moved = m_currentPixel - m_pressPixel;
     if (!m_boxing && std::hypot(moved.x(), moved.y()) < kDragPixels)
         return false;
-    if (m_onSelection && event->modifiers() == Qt::NoModifier) {
+    if (m_onSelection && m_pressModifiers == Qt::NoModifier) {
         m_pressed = false;
         m_view.startTransform(TransformApi::Operation::Translate, m_pressPixel, true);
         return true;

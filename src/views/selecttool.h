@@ -40,6 +40,7 @@ private:
     bool m_pressed = false;
     bool m_boxing = false;
     bool m_onSelection = false;
+    Qt::KeyboardModifiers m_pressModifiers;
     QPointF m_pressPixel;
     QPointF m_currentPixel;
 };

@@ -196,3 +196,34 @@ TEST_F(RenderingTest, LabelsNameTheItemsOfTheEditModeAndCanBeHidden)
     EXPECT_EQ(view->lastLabelCount(), 0);
     EXPECT_EQ(labelPixels(frame, other, colors.label), 0);
 }
+
+TEST_F(RenderingTest, BigScenesPanOverACachedPictureThatLooksLikeTheScene)
+{
+    auto view = showView();
+    const QImage direct = view->grabFramebuffer();
+    EXPECT_FALSE(view->lastFrameFromCache());
+
+    // Every scene counts as big now: the first frame renders the picture,
+    // the next, panned a little, only draws it.
+    view->setFrameCacheThreshold(0);
+    const QImage first = view->grabFramebuffer();
+    EXPECT_FALSE(view->lastFrameFromCache());
+    const ViewCamera camera = view->camera();
+    for (const Vec2 p : {Vec2{4, 3.5f}, Vec2{5, 5}, Vec2{-5, 6}, Vec2{-5, 4}, Vec2{3, -6}}) {
+        const QColor a = pixel(direct, camera.toPixel(p)), b = pixel(first, camera.toPixel(p));
+        EXPECT_TRUE(near(a, b, 4)) << describe(a) << " against " << describe(b);
+    }
+    const float step = float(10 * camera.worldPerPixel());
+    view->setView({camera.center.x + step, camera.center.y}, camera.height);
+    const QImage panned = view->grabFramebuffer();
+    EXPECT_TRUE(view->lastFrameFromCache());
+    for (const Vec2 p : {Vec2{4, 3.5f}, Vec2{-5, 6}, Vec2{-5, 4}}) {
+        const QColor a = pixel(direct, camera.toPixel(p));
+        const QColor b = pixel(panned, view->camera().toPixel(p));
+        EXPECT_TRUE(near(a, b, 4)) << describe(a) << " against " << describe(b);
+    }
+    // A change of the scene draws it again.
+    view->sceneChanged();
+    view->grabFramebuffer();
+    EXPECT_FALSE(view->lastFrameFromCache());
+}
