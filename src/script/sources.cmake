@@ -1,6 +1,7 @@
 target_sources(plaxcore PRIVATE
   script/batchscript.cpp script/batchscript.h
   script/documentscripting.cpp script/documentscripting.h
+  script/objectinstancehost.h
   script/register_aabb.cpp
   script/register_addons.cpp
   script/register_body.cpp
@@ -16,8 +17,8 @@ target_sources(plaxcore PRIVATE
   script/register_object.cpp
   script/register_path.cpp
   script/register_print.cpp
-  script/register_queries.cpp
   script/register_printhandles.cpp
+  script/register_queries.cpp
   script/register_sampler.cpp
   script/register_search.cpp
   script/register_shape.cpp
@@ -40,8 +41,10 @@ target_sources(plaxcore PRIVATE
   script/scripthandles.h
   script/scripthookdata.cpp script/scripthookdata.h
   script/scripthooks.h
+  script/scriptimage.cpp script/scriptimage.h
   script/scriptitemhandles.cpp script/scriptitemhandles.h
   script/scriptitemops.cpp script/scriptitemops.h
+  script/scriptjoint.cpp script/scriptjoint.h
   script/scriptkinds.h
   script/scriptlimits.cpp script/scriptlimits.h
   script/scriptlog.cpp script/scriptlog.h
@@ -49,11 +52,15 @@ target_sources(plaxcore PRIVATE
   script/scriptmemorybudget.cpp script/scriptmemorybudget.h
   script/scriptmessages.cpp script/scriptmessages.h
   script/scriptmodules.cpp script/scriptmodules.h
+  script/scriptobject.cpp script/scriptobject.h
   script/scriptoutput.cpp script/scriptoutput.h
+  script/scriptpath.cpp script/scriptpath.h
+  script/scriptplacedapi.h
   script/scriptpreprocessor.cpp script/scriptpreprocessor.h
   script/scriptqueries.h
   script/scriptregistrar.cpp script/scriptregistrar.h
   script/scriptregistration.h
+  script/scriptsampler.cpp script/scriptsampler.h
   script/scriptstate.cpp script/scriptstate.h
   script/scripttransform.cpp script/scripttransform.h
   script/scriptuihooks.cpp script/scriptuihooks.h
