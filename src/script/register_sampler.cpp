@@ -3,6 +3,7 @@
 #include "script/scriptregistrar.h"
 #include "script/scriptregistration.h"
 #include "script/scriptsampler.h"
+#include "script/scriptsamplerpixels.h"
 
 #include <cstddef>
 
@@ -52,6 +53,19 @@ void registerSampler(ScriptRegistrar& reg)
     reg.method(t, "bool getAutoUpdate()", asFUNCTION(getAutoUpdate), cc);
     reg.method(t, "bool getUseColor()", asFUNCTION(getUseColor), cc);
 
+    using namespace SamplerPixelApi;
+    reg.method(t, "void writeToFile()", asFUNCTION(writeToFile), cc);
+    reg.method(t, "void writeToFile(const string &in)", asFUNCTION(writeToFileNamed), cc);
+    reg.method(t, "void writeToFile_alpha()", asFUNCTION(writeAlpha), cc);
+    reg.method(t, "void writeToFile_alpha(const string &in)", asFUNCTION(writeAlphaNamed), cc);
+    reg.method(t, "void writeToFile_alphaEdge()", asFUNCTION(writeAlphaEdge), cc);
+    reg.method(t, "void writeToFile_alphaEdge(const string &in)", asFUNCTION(writeAlphaEdgeNamed), cc);
+    reg.method(t, "void writeToFile_colorEdgeSobel()", asFUNCTION(writeColorEdgeSobel), cc);
+    reg.method(t, "void writeToFile_colorEdgeSobel(const string &in)", asFUNCTION(writeColorEdgeSobelNamed), cc);
+    reg.method(t, "void writeToFile_colorEdgeLocalMaxima()", asFUNCTION(writeColorEdgeLocalMaxima), cc);
+    reg.method(t, "void writeToFile_colorEdgeLocalMaxima(const string &in)", asFUNCTION(writeColorEdgeLocalMaximaNamed), cc);
+    reg.method(t, "aabb getAlphaEdgeAABB()", asFUNCTION(getAlphaEdgeAABB), cc);
+    reg.method(t, "vec2[]@ getAlphaEdgePathSeedPoints()", asFUNCTION(getAlphaEdgePathSeedPoints), cc);
 
     reg.global("sampler addSampler(vec2)", asFUNCTION(addSamplerAt), asCALL_CDECL);
 }

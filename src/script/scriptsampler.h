@@ -1,5 +1,6 @@
 #pragma once
 
+#include "sampling/samplerpixels.h"
 #include "script/scripthandles.h"
 
 #include <string>
@@ -11,7 +12,7 @@
 namespace SamplerApi
 {
 /// The longest output side a sampler accepts.
-constexpr int kMaxOutputSide = 2048;
+constexpr int kMaxOutputSide = kMaxSamplerOutputSide;
 
 void setFile(ScriptSampler* self, const std::string& file);
 /// Height of the sampled image in world units; more than 0.

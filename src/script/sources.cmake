@@ -26,6 +26,7 @@ target_sources(plaxcore PRIVATE
   script/register_vec2.cpp
   script/register_vertex.cpp
   script/register_world.cpp
+  script/samplerpaths.cpp script/samplerpaths.h
   script/scriptaabb.cpp script/scriptaabb.h
   script/scriptapi.cpp script/scriptapi.h
   script/scriptapidump.cpp script/scriptapidump.h
@@ -61,6 +62,7 @@ target_sources(plaxcore PRIVATE
   script/scriptregistrar.cpp script/scriptregistrar.h
   script/scriptregistration.h
   script/scriptsampler.cpp script/scriptsampler.h
+  script/scriptsamplerpixels.cpp script/scriptsamplerpixels.h
   script/scriptstate.cpp script/scriptstate.h
   script/scripttransform.cpp script/scripttransform.h
   script/scriptuihooks.cpp script/scriptuihooks.h
