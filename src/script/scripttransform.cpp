@@ -2,6 +2,7 @@
 
 #include "base/log.h"
 #include "editing/editorstate.h"
+#include "editing/scripttext.h"
 #include "editing/selection.h"
 #include "io/jsontext.h"
 #include "model/metaworld.h"
@@ -11,7 +12,10 @@
 #include "script/scriptfixture.h"
 #include "script/scriptitemops.h"
 #include "script/scriptkinds.h"
+#include "script/scriptpath.h"
 #include "script/scriptregistrar.h"
+#include "sampling/pathfixture.h"
+#include "sampling/samplerframe.h"
 
 #include <rapidjson/document.h>
 
@@ -471,35 +475,30 @@ void stepBodies(const CScriptArray& bodies, int steps)
     }
 }
 
-ScriptFixture createFixture(const ScriptBody& bodyHandle, const ScriptPath& path)
+// A fixture on a body made from a sampler's path (see sampling/pathfixture.h).
+ScriptFixture createFixture(const ScriptBody& bodyHandle, const ScriptPath& pathHandle)
 {
     MetaWorld* world = ScriptApi::world();
     MetaBody* body = ScriptApi::use(bodyHandle);
-    MetaSampler* sampler = path.valid && world ? world->findSampler(path.sampler) : nullptr;
-    if (!body || !sampler || path.index < 0 || size_t(path.index) >= sampler->paths.size()) {
-        plaxLog(LOG_ERROR, "createFixture needs a valid body and path");
+    if (!body)
+        return {};
+    MetaSampler* sampler = nullptr;
+    const MetaPath* path = PathApi::use(pathHandle, &sampler);
+    if (!path)
+        return {};
+    const PathShape shape = pathToShape(*path, SamplerFrame::of(*sampler), body);
+    if (!shape.error.isEmpty()) {
+        plaxLog(LOG_WARNING, QStringLiteral("createFixture: %1").arg(shape.error));
         return {};
     }
-    const MetaPath& p = sampler->paths[size_t(path.index)];
-    const int type = p.type < 0 ? SHAPE_POLYGON : p.type;
-    const size_t needed = type == SHAPE_POLYGON || type == SHAPE_LOOP ? 3 : type == SHAPE_LINE ? 2 : 1;
-    if (p.controlPoints.size() < needed) {
-        plaxLog(LOG_WARNING, "createFixture: a %s needs at least %d points; the path has %d",
-                qPrintable(MetaShape::typeWord(type)), int(needed), int(p.controlPoints.size()));
-        return {};
-    }
-    // Control points are in the sampler's frame (its centre and angle, on its body).
-    const Frame samplerFrame{frameOf(sampler->body).toWorld(sampler->center), frameOf(sampler->body).angle + sampler->angle};
-    const Frame target = frameOf(body);
     QStringList xs, ys;
-    for (const Vec2& c : p.controlPoints) {
-        const Vec2 local = target.toLocal(samplerFrame.toWorld(c));
-        xs << QString::number(double(local.x), 'g', 9);
-        ys << QString::number(double(local.y), 'g', 9);
+    for (const Vec2& v : shape.vertices) {
+        xs << scriptFloat(v.x);
+        ys << scriptFloat(v.y);
     }
     const QString json = QStringLiteral(R"({"name":"%1","density":1,"shapes":[{"type":"%2","radius":%3,"vertices":{"x":[%4],"y":[%5]}}]})")
-                             .arg(world->uniqueName(ItemKind::Fixture), MetaShape::typeWord(type),
-                                  QString::number(double(p.radius), 'g', 9), xs.join(','), ys.join(','));
+                             .arg(world->uniqueName(ItemKind::Fixture), MetaShape::typeWord(shape.type),
+                                  scriptFloat(shape.radius), xs.join(','), ys.join(','));
     return ScriptApi::fixtureHandle(ItemOps::addFixture(*body, 0, json));
 }
 
