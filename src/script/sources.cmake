@@ -5,6 +5,7 @@ target_sources(plaxcore PRIVATE
   script/register_addons.cpp
   script/register_body.cpp
   script/register_color.cpp
+  script/register_exportexclusions.cpp
   script/register_files.cpp
   script/register_fixture.cpp
   script/register_handles.cpp
@@ -60,5 +61,7 @@ target_sources(plaxcore PRIVATE
   script/scriptvec2.cpp script/scriptvec2.h
   script/scriptwatchdog.cpp script/scriptwatchdog.h
   script/scriptworld.cpp script/scriptworld.h
+  script/customactionmenu.cpp script/customactionmenu.h
+  script/scriptexportexclusions.cpp script/scriptexportexclusions.h
   script/selectionedits.cpp script/selectionedits.h
 )
