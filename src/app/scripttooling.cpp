@@ -110,7 +110,8 @@ QDockWidget* ScriptTooling::addDock(QWidget* widget, const QString& objectName, 
     dock->setObjectName(objectName);
     dock->setAccessibleName(title.arg(QString()).remove(QStringLiteral(" ()")));
     dock->setWidget(widget);
-    m_window->addDockWidget(area, dock);
+    // Side by side along the bottom, one above the other at the sides.
+    m_window->addDockWidget(area, dock, area == Qt::BottomDockWidgetArea ? Qt::Horizontal : Qt::Vertical);
     QAction* toggle = dock->toggleViewAction();
     toggle->setObjectName(objectName + QStringLiteral("Toggle"));
     toggle->setShortcut(key);
@@ -144,8 +145,6 @@ void ScriptTooling::createDocks()
                                     tr("Exported properties (%1)"), Qt::RightDockWidgetArea,
                                     QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_X));
     // The script editor sits beside the script output; the tables share one place.
-    if (auto* output = m_window->findChild<QDockWidget*>(QStringLiteral("ScriptDock")))
-        m_window->splitDockWidget(output, editor, Qt::Horizontal);
     m_window->tabifyDockWidget(custom, collision);
     m_window->tabifyDockWidget(collision, exported);
     // Only the script editor and library show on a first start; the rest

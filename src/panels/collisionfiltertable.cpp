@@ -22,6 +22,7 @@ CollisionFilterTable::CollisionFilterTable(QWidget* parent) : QWidget(parent), m
     m_table->setHorizontalHeaderLabels({tr("Bit"), tr("Name"), tr("Category"), tr("Mask")});
     m_table->horizontalHeader()->setSectionResizeMode(NameColumn, QHeaderView::Stretch);
     m_table->verticalHeader()->setVisible(false);
+    m_table->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
     m_table->setToolTip(tr("Name the collision bits; tick a bit to set it on every selected fixture"));
     connect(m_table, &QTableWidget::cellChanged, this, &CollisionFilterTable::itemEdited);
     auto* hint = new QLabel(tr("Category and mask apply to the selected fixtures."), this);

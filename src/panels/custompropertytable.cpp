@@ -60,6 +60,7 @@ CustomPropertyTable::CustomPropertyTable(QWidget* parent)
     m_table->setHorizontalHeaderLabels({tr("Item class"), tr("Name"), tr("Display name"), tr("Type"), tr("Combo entries")});
     m_table->horizontalHeader()->setStretchLastSection(true);
     m_table->verticalHeader()->setVisible(false);
+    m_table->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
     m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_table->setSelectionMode(QAbstractItemView::SingleSelection);
     connect(m_table, &QTableWidget::cellChanged, this, &CustomPropertyTable::cellEdited);

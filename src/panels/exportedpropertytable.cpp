@@ -26,6 +26,7 @@ ExportedPropertyTable::ExportedPropertyTable(QWidget* parent)
     m_table->setHorizontalHeaderLabels({tr("Exported member")});
     m_table->horizontalHeader()->setStretchLastSection(true);
     m_table->verticalHeader()->setVisible(false);
+    m_table->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
     m_table->setToolTip(tr("Untick a member to leave it out of the raw-info export"));
     m_filter->setObjectName(QStringLiteral("ExportedPropertiesFilter"));
     m_filter->setAccessibleName(tr("Filter exported members"));
