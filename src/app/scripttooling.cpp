@@ -15,9 +15,11 @@
 #include "panels/scripteditor.h"
 #include "panels/scripteditorpanel.h"
 #include "panels/scriptlibrary.h"
+#include "panels/scriptquerydialogs.h"
 #include "panels/tipsdialog.h"
 #include "panels/updatecheck.h"
 #include "script/scriptoutput.h"
+#include "script/scriptqueries.h"
 #include "script/scriptstate.h"
 #include "script/scriptuihooks.h"
 
@@ -94,6 +96,7 @@ ScriptTooling::ScriptTooling(MainWindow* window)
 ScriptTooling::~ScriptTooling()
 {
     ScriptUi::setHooks({});
+    ScriptQueryHooks::install({});
 }
 
 ScriptTooling* ScriptTooling::of(const MainWindow* window)
@@ -285,6 +288,7 @@ void ScriptTooling::installHooks()
     ScriptLibrary* library = m_library;
     hooks.currentLibraryScriptFile = [library] { return library->currentFile(); };
     ScriptUi::setHooks(std::move(hooks));
+    installScriptQueryDialogs(m_window);
 
     // While the live script builds, what it logs belongs in the script output.
     ScriptEditorPanel* panel = m_editor;

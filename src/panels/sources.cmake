@@ -13,6 +13,7 @@ target_sources(plaxgui PRIVATE
   panels/scripteditor.cpp panels/scripteditor.h
   panels/scripteditorpanel.cpp panels/scripteditorpanel.h
   panels/scriptlibrary.cpp panels/scriptlibrary.h
+  panels/scriptquerydialogs.cpp panels/scriptquerydialogs.h
   panels/tipsdialog.cpp panels/tipsdialog.h
   panels/updatecheck.cpp panels/updatecheck.h
 )

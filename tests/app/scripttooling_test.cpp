@@ -13,6 +13,8 @@
 #include "panels/scripteditor.h"
 #include "panels/scripteditorpanel.h"
 #include "panels/scriptlibrary.h"
+#include "panels/scriptquerydialogs.h"
+#include "script/scriptbackground.h"
 #include "panels/tipsdialog.h"
 #include "script/selectionedits.h"
 #include "support/guitesting.h"
@@ -25,6 +27,7 @@
 #include <QDesktopServices>
 #include <QDir>
 #include <QDockWidget>
+#include <QDoubleSpinBox>
 #include <QFile>
 #include <QMenu>
 #include <QMenuBar>
@@ -246,6 +249,35 @@ TEST_F(ScriptToolingTest, TipsShowAtStartUpUnlessTurnedOff)
     tooling->startUp();
     QTest::qWait(400);
     EXPECT_FALSE(shown);
+}
+
+TEST_F(ScriptToolingTest, ScriptQuestionsOpenDialogsOnTheInterfaceThread)
+{
+    EditorDocument* document = openExample();
+    ASSERT_NE(document, nullptr);
+    const MetaBody* ball = static_cast<const MetaBody*>(document->world().registry(ItemKind::Body).findByName("ball"));
+    ASSERT_NE(ball, nullptr);
+    QString prompt;
+    QTimer::singleShot(100, [&prompt] {
+        if (auto* dialog = qobject_cast<ScriptQueryNumericValueDialog*>(QApplication::activeModalWidget())) {
+            prompt = dialog->findChild<QWidget*>("ScriptQueryPrompt")->property("text").toString();
+            EXPECT_DOUBLE_EQ(dialog->field()->value(), 2);
+            dialog->field()->setValue(0.5);
+            dialog->accept();
+        }
+    });
+    ASSERT_TRUE(ScriptBackground::runOneOffScript(*document, "getBody('ball').setAngle(queryNumericValue('How far?', 2));",
+                                                  "ask"));
+    EXPECT_EQ(prompt, "How far?");
+    EXPECT_FLOAT_EQ(ball->angle, 0.5f);
+
+    QTimer::singleShot(100, [] {
+        if (auto* dialog = qobject_cast<ScriptQueryYesNoDialog*>(QApplication::activeModalWidget()))
+            dialog->reject();
+    });
+    ASSERT_TRUE(ScriptBackground::runOneOffScript(*document, "if (!queryYesNo('Turn?')) getBody('ball').setAngle(1.5);",
+                                                  "ask"));
+    EXPECT_FLOAT_EQ(ball->angle, 1.5f) << "No answers false";
 }
 
 #include "scripttooling_test.moc"

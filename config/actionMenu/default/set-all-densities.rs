@@ -1,5 +1,5 @@
-// Gives every fixture of the scene the same density.
-float density = queryNumericValue("Density for every fixture:", 1);
+// Gives every fixture of the scene the same density. Cancel changes nothing.
+float density = queryNumericValue("Density for every fixture:", -1);
 if (density >= 0) {
     fixture[]@ fixtures = af();
     for (uint i = 0; i < fixtures.length(); i++)
