@@ -77,6 +77,11 @@ ScriptTooling::ScriptTooling(MainWindow* window)
             activeDocumentChanged(document);
         }
     });
+    // After a run its output (or its errors) comes to the front.
+    connect(m_editor, &ScriptEditorPanel::runFinished, this, [this] {
+        if (auto* output = m_window->findChild<QDockWidget*>(QStringLiteral("ScriptDock")); output && output->isVisible())
+            output->raise();
+    });
     connect(m_customMenus, &CustomActionMenus::statusMessage, this, [this](const QString& text) {
         if (text.isEmpty())
             m_window->statusBar()->clearMessage();

@@ -164,7 +164,7 @@ void ScriptEditorPanel::beginRun()
     updateActions();
 }
 
-void ScriptEditorPanel::endRun(int rowOffset)
+void ScriptEditorPanel::endRun(int rowOffset, bool ok)
 {
     m_collecting = false;
     QList<QPair<int, QString>> messages;
@@ -200,6 +200,7 @@ void ScriptEditorPanel::endRun(int rowOffset)
     m_running = false;
     setBusy(false);
     updateActions();
+    emit runFinished(ok);
 }
 
 void ScriptEditorPanel::problemActivated(QListWidgetItem* item)
@@ -234,7 +235,7 @@ bool ScriptEditorPanel::compile()
     beginRun();
     setBusy(true, tr("Compiling script..."));
     const bool ok = ScriptBackground::compileLiveScript(*m_document);
-    endRun(0);
+    endRun(0, ok);
     return ok;
 }
 
@@ -250,7 +251,7 @@ bool ScriptEditorPanel::runWhole()
     bool ok = ScriptBackground::compileLiveScript(*document);
     if (ok)
         ok = ScriptBackground::runLiveScript(*document);
-    endRun(0);
+    endRun(0, ok);
     return ok;
 }
 
@@ -274,7 +275,7 @@ bool ScriptEditorPanel::runSelection()
         return false;
     beginRun();
     const bool ok = ScriptBackground::runOneOffScript(*m_document, text, tr("run selection"), tr("Running script..."));
-    endRun(lineFrom);
+    endRun(lineFrom, ok);
     return ok;
 }
 

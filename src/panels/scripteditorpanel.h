@@ -79,11 +79,13 @@ public slots:
 signals:
     /// The text was edited (the library marks its file modified).
     void textEdited();
+    /// A compile or run started here ended (with its problems listed).
+    void runFinished(bool ok);
 
 private:
     void storeText();
     void beginRun();
-    void endRun(int rowOffset);
+    void endRun(int rowOffset, bool ok);
     void problemActivated(QListWidgetItem* item);
     void updateActions();
 

@@ -184,6 +184,9 @@ TEST_F(ScriptToolingTest, LibraryFileIsTheLiveScriptAndPrintsGoToTheOutputPanel)
     EXPECT_EQ(tooling->scriptEditor()->editor()->text(), "getBody('ball').setAngle(0.75);\nprint('turned the ball');\n");
 
     tooling->scriptEditor()->editor()->append("print('edited in the editor');\n");
+    window->findChild<QDockWidget*>("MessageLogDock")->raise();
+    QTest::qWait(50);
+    EXPECT_TRUE(window->findChild<QDockWidget*>("ScriptDock")->visibleRegion().isEmpty()) << "behind the message log";
     window->activateWindow();
     window->action("actionRunScript")->trigger();
     const MetaBody* ball = static_cast<const MetaBody*>(document->world().registry(ItemKind::Body).findByName("ball"));
@@ -194,6 +197,10 @@ TEST_F(ScriptToolingTest, LibraryFileIsTheLiveScriptAndPrintsGoToTheOutputPanel)
     EXPECT_TRUE(waitFor([output] { return output->toPlainText().contains("edited in the editor"); }))
         << output->toPlainText().toStdString();
     EXPECT_TRUE(output->toPlainText().contains("turned the ball"));
+    auto* outputDock = window->findChild<QDockWidget*>("ScriptDock");
+    ASSERT_NE(outputDock, nullptr);
+    EXPECT_TRUE(waitFor([outputDock] { return !outputDock->visibleRegion().isEmpty(); }))
+        << "after a run the output comes to the front of its tab group";
     QFile saved(file);
     ASSERT_TRUE(saved.open(QIODevice::ReadOnly));
     EXPECT_TRUE(saved.readAll().contains("edited in the editor")) << "running saves the library file first";
