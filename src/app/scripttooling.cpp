@@ -32,6 +32,7 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QPlainTextEdit>
+#include <QRegularExpression>
 #include <QStatusBar>
 #include <QTimer>
 
@@ -300,7 +301,10 @@ void ScriptTooling::installHooks()
     MainWindow* window = m_window;
     Log::setListener([panel, window](int level, const QString& text) {
         panel->noteLogMessage(level, text);
-        if (ScriptState::scriptOutputFlag() == 1 && level >= LOG_WARNING) {
+        // The engine's "Compiling void main()" only names where errors were
+        // found; it stays in the log.
+        static const QRegularExpression compilingNote(QStringLiteral("^Line -?\\d+, col \\d+: Compiling "));
+        if (ScriptState::scriptOutputFlag() == 1 && level >= LOG_WARNING && !compilingNote.match(text).hasMatch()) {
             ScriptOutput::append(level >= LOG_ERROR ? QColor(200, 0, 0) : QColor(160, 110, 0), text);
             return;
         }

@@ -210,6 +210,7 @@ TEST_F(ScriptToolingTest, LibraryFileIsTheLiveScriptAndPrintsGoToTheOutputPanel)
     EXPECT_FALSE(tooling->scriptEditor()->runWhole());
     EXPECT_TRUE(waitFor([output] { return output->toPlainText().contains("Line 2, col"); }))
         << output->toPlainText().toStdString();
+    EXPECT_FALSE(output->toPlainText().contains("Compiling void main")) << "the engine's note stays in the log";
 }
 
 TEST_F(ScriptToolingTest, AboutShowsTheLibrariesAndFeedbackOpensTheIssuePage)
