@@ -113,6 +113,8 @@ ScriptLibrary::ScriptLibrary(QWidget* parent)
         tr("Rename the selected script file"), &ScriptLibrary::doRename);
     add("actionScriptDelete", tr("Delete"), QStyle::SP_TrashIcon, QKeySequence(QKeySequence::Delete),
         tr("Delete the selected script file"), &ScriptLibrary::doDelete);
+    add("actionScriptFolder", tr("Choose folder..."), QStyle::SP_DirOpenIcon, QKeySequence(),
+        tr("Choose the folder the library lists"), &ScriptLibrary::doChooseFolder);
     add("actionScriptRefresh", tr("Refresh"), QStyle::SP_BrowserReload, QKeySequence(), tr("List the folder again"),
         &ScriptLibrary::refresh);
     toolBar->setToolButtonStyle(Qt::ToolButtonIconOnly);
@@ -302,6 +304,15 @@ void ScriptLibrary::doSaveAs()
     if (QFileInfo(path).suffix().isEmpty())
         path += QStringLiteral(".rs");
     saveAs(path);
+}
+
+void ScriptLibrary::doChooseFolder()
+{
+    const QString folder = QFileDialog::getExistingDirectory(this, tr("Script library folder"), m_model->folder());
+    if (folder.isEmpty())
+        return;
+    openAppSettings()->setValue(QLatin1String(kFolderKey), folder);
+    setFolder(folder);
 }
 
 void ScriptLibrary::doRename()

@@ -100,6 +100,8 @@ public slots:
     void doDelete();
     /// Lists the folder again.
     void refresh();
+    /// Lists a folder chosen in a dialog and remembers it in the settings.
+    void doChooseFolder();
 
 signals:
     /// The current file changed (empty: a new script); `text` is its content.
