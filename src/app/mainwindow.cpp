@@ -4,6 +4,7 @@
 #include "app/editactions.h"
 #include "app/editorworkspace.h"
 #include "app/recentfiles.h"
+#include "app/scripttooling.h"
 #include "base/log.h"
 #include "base/notify.h"
 #include "base/settings.h"
@@ -74,6 +75,7 @@ MainWindow::MainWindow(QWidget* parent)
     createPanels();
     createMenus();
     installNotifier();
+    new ScriptTooling(this);
 
     connect(m_workspace, &EditorWorkspace::activeDocumentChanged, this, &MainWindow::activeDocumentChanged);
     connect(m_workspace, &EditorWorkspace::recentFilesChanged, this, &MainWindow::updateRecentFilesMenu);

@@ -6,5 +6,6 @@ target_sources(plaxgui PRIVATE
   app/lastchance.cpp app/lastchance.h
   app/mainwindow.cpp app/mainwindow.h
   app/recentfiles.cpp app/recentfiles.h
+  app/scripttooling.cpp app/scripttooling.h
   app/startup.cpp app/startup.h
 )
