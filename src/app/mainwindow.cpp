@@ -10,6 +10,7 @@
 #include "base/settings.h"
 #include "base/version.h"
 #include "document/editordocument.h"
+#include "panels/customactionmenus.h"
 #include "panels/itemstree.h"
 #include "panels/propertiespanel.h"
 #include "script/scriptoutput.h"
@@ -75,7 +76,14 @@ MainWindow::MainWindow(QWidget* parent)
     createPanels();
     createMenus();
     installNotifier();
-    new ScriptTooling(this);
+    m_scriptTooling = new ScriptTooling(this);
+    connect(m_scriptTooling, &ScriptTooling::preferencesChanged, this, [this] {
+        m_autoSaver->settingsChanged();
+        for (QMdiSubWindow* window : m_mdiArea->subWindowList()) {
+            if (auto* view = qobject_cast<EditorView*>(window->widget()))
+                view->reloadSettings();
+        }
+    });
 
     connect(m_workspace, &EditorWorkspace::activeDocumentChanged, this, &MainWindow::activeDocumentChanged);
     connect(m_workspace, &EditorWorkspace::recentFilesChanged, this, &MainWindow::updateRecentFilesMenu);
@@ -317,6 +325,11 @@ void MainWindow::showContextMenu(EditorView* view, const QPoint& globalPos, Vec2
     menu.setObjectName(QStringLiteral("EditorContextMenu"));
     menu.setAccessibleName(tr("Editor view menu"));
     m_editActions->fillContextMenu(&menu, world);
+    // The custom action menus follow the editor's own entries.
+    menu.addSeparator();
+    plaxLog(LOG_DEBUG, "buildCustomMenu coming from EditorView::mouseUp");
+    if (CustomActionMenus* custom = m_scriptTooling->customMenus())
+        custom->buildCustomMenu(&menu);
     menu.exec(globalPos);
 }
 

@@ -7,6 +7,7 @@
 
 class AutoSaver;
 class EditActions;
+class ScriptTooling;
 class EditorView;
 class QToolBar;
 class EditorDocument;
@@ -84,6 +85,7 @@ private:
     EditorWorkspace* m_workspace;
     AutoSaver* m_autoSaver;
     EditActions* m_editActions = nullptr;
+    ScriptTooling* m_scriptTooling = nullptr;
     QToolBar* m_modeToolBar = nullptr;
     QMetaObject::Connection m_stackConnection;
     QPlainTextEdit* m_logView;

@@ -339,6 +339,8 @@ void ScriptTooling::showPreferences()
 {
     PreferencesDialog dialog(m_window);
     dialog.exec();
+    // OK and Apply both write the settings; the views and the autosave read them again.
+    emit preferencesChanged();
 }
 
 bool ScriptTooling::sendFeedback()

@@ -34,6 +34,11 @@ public:
     explicit ScriptTooling(MainWindow* window);
     ~ScriptTooling() override;
 
+signals:
+    /// The preferences dialog wrote new settings.
+    void preferencesChanged();
+
+public:
     /// The tooling of a main window, or null.
     static ScriptTooling* of(const MainWindow* window);
 
