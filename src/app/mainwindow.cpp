@@ -480,10 +480,25 @@ void MainWindow::restoreSettings()
     auto settings = openAppSettings();
     settings->beginGroup(QStringLiteral("mainwindow"));
     restoreGeometry(settings->value(QStringLiteral("geometry")).toByteArray());
-    restoreState(settings->value(QStringLiteral("savestate")).toByteArray(), 0);
+    const bool restored = restoreState(settings->value(QStringLiteral("savestate")).toByteArray(), 0);
     if (settings->value(QStringLiteral("maximized"), false).toBool())
         setWindowState(windowState() | Qt::WindowMaximized);
     settings->endGroup();
+    if (!restored) {
+        // A first start: the scene gets most of the window, the panels along
+        // the bottom a quarter of it, once the window has its size.
+        QTimer::singleShot(0, this, [this] {
+            QList<QDockWidget*> bottom;
+            QList<int> heights;
+            for (QDockWidget* dock : findChildren<QDockWidget*>()) {
+                if (dockWidgetArea(dock) == Qt::BottomDockWidgetArea && dock->isVisible()) {
+                    bottom.append(dock);
+                    heights.append(std::max(160, height() / 4));
+                }
+            }
+            resizeDocks(bottom, heights, Qt::Vertical);
+        });
+    }
 }
 
 void MainWindow::saveSettings() const
