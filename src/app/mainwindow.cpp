@@ -2,6 +2,7 @@
 
 #include "app/autosave.h"
 #include "app/editactions.h"
+#include "app/playeractions.h"
 #include "app/editorworkspace.h"
 #include "app/recentfiles.h"
 #include "app/scripttooling.h"
@@ -15,6 +16,7 @@
 #include "panels/propertiespanel.h"
 #include "script/scriptoutput.h"
 #include "views/editorview.h"
+#include "views/playerview.h"
 
 #include <QAction>
 #include <QActionGroup>
@@ -69,6 +71,10 @@ MainWindow::MainWindow(QWidget* parent)
     m_workspace = new EditorWorkspace(m_mdiArea, this);
     m_autoSaver = new AutoSaver(m_workspace);
     m_editActions = new EditActions(this, m_workspace);
+    m_playerActions = new PlayerActions(this, m_workspace);
+    connect(m_playerActions, &PlayerActions::statusMessage, this,
+            [this](const QString& text, int timeoutMs) { statusBar()->showMessage(text, timeoutMs); });
+    connect(m_workspace, &EditorWorkspace::playerViewOpened, m_playerActions, &PlayerActions::watch);
     connect(m_editActions, &EditActions::statusMessage, this,
             [this](const QString& text, int timeoutMs) { statusBar()->showMessage(text, timeoutMs); });
     connect(m_workspace, &EditorWorkspace::editorViewOpened, this, &MainWindow::connectEditorView);
@@ -91,7 +97,11 @@ MainWindow::MainWindow(QWidget* parent)
         if (document == m_workspace->activeDocument())
             activeDocumentChanged(document);
     });
-    connect(m_mdiArea, &QMdiArea::subWindowActivated, this, [this] { updateDockTitles(); });
+    connect(m_mdiArea, &QMdiArea::subWindowActivated, this, [this] {
+        updateDockTitles();
+        m_editActions->update();
+        m_playerActions->update();
+    });
     updateRecentFilesMenu(RecentFiles::load());
     activeDocumentChanged(nullptr);
 
@@ -248,10 +258,20 @@ void MainWindow::createMenus()
     m_modeToolBar = addToolBar(tr("Edit modes"));
     m_modeToolBar->setObjectName(QStringLiteral("EditModesToolBar"));
     m_editActions->populate(edit, tools, m_modeToolBar);
+    tools->addSeparator();
+    QMenu* player = tools->addMenu(tr("&Player"));
+    player->setObjectName(QStringLiteral("PlayerMenu"));
+    QToolBar* playerBar = addToolBar(tr("Player"));
+    playerBar->setObjectName(QStringLiteral("PlayerToolBar"));
+    m_playerActions->populate(player, playerBar);
     QAction* modesToggle = m_modeToolBar->toggleViewAction();
     modesToggle->setObjectName(QStringLiteral("EditModesToolBarToggle"));
     modesToggle->setShortcut(QKeySequence(Qt::Key_F10));
     m_viewMenu->addAction(modesToggle);
+    QAction* playerToggle = playerBar->toggleViewAction();
+    playerToggle->setObjectName(QStringLiteral("PlayerToolBarToggle"));
+    playerToggle->setShortcut(QKeySequence(Qt::Key_F11));
+    m_viewMenu->addAction(playerToggle);
 
     QMenu* window = menuBar()->addMenu(tr("&Window"));
     make(window, "actionTile", tr("&Tile"), QKeySequence(), [this] { m_mdiArea->tileSubWindows(); });
@@ -298,6 +318,7 @@ void MainWindow::activeDocumentChanged(EditorDocument* document)
             connect(&document->undoStack(), &QUndoStack::indexChanged, m_editActions, &EditActions::update);
     }
     m_editActions->update();
+    m_playerActions->update();
 }
 
 void MainWindow::connectEditorView(EditorView* view)

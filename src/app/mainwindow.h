@@ -7,6 +7,7 @@
 
 class AutoSaver;
 class EditActions;
+class PlayerActions;
 class ScriptTooling;
 class EditorView;
 class QToolBar;
@@ -85,6 +86,7 @@ private:
     EditorWorkspace* m_workspace;
     AutoSaver* m_autoSaver;
     EditActions* m_editActions = nullptr;
+    PlayerActions* m_playerActions = nullptr;
     ScriptTooling* m_scriptTooling = nullptr;
     QToolBar* m_modeToolBar = nullptr;
     QMetaObject::Connection m_stackConnection;
