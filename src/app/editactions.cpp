@@ -9,7 +9,10 @@
 #include "script/creationedits.h"
 #include "script/scriptapisupport.h"
 #include "script/scriptdocument.h"
+#include "script/samplerpaths.h"
 #include "script/scriptfixture.h"
+#include "script/scriptpath.h"
+#include "script/scripttransform.h"
 #include "script/scriptworld.h"
 #include "script/selectionchange.h"
 #include "script/selectionedits.h"
@@ -149,6 +152,14 @@ EditActions::EditActions(QWidget* window, EditorWorkspace* workspace)
                        tr("Place another scene file in this one at the cursor"));
     connect(m_addObject, &QAction::triggered, this, &EditActions::addObject);
 
+    m_trace = make("actionTraceSampler", tr("&Trace outline into paths"), QKeySequence(),
+                   tr("Replace the paths of the selected samplers with the outlines their pictures give"));
+    connect(m_trace, &QAction::triggered, this, &EditActions::traceSamplers);
+    m_pathFixtures = make("actionFixturesFromPaths", tr("Make fi&xtures from paths"), QKeySequence(),
+                          tr("Add a fixture for every path of the selected samplers, on the sampler's body "
+                             "(or the selected body)"));
+    connect(m_pathFixtures, &QAction::triggered, this, &EditActions::fixturesFromPaths);
+
     m_fixtureMenu = new QMenu(tr("Add &fixture"), window);
     m_fixtureMenu->setObjectName(QStringLiteral("AddFixtureMenu"));
     const std::pair<int, QString> shapes[] = {{SHAPE_CIRCLE, tr("&Circle")},
@@ -208,6 +219,9 @@ void EditActions::populate(QMenu* edit, QMenu* tools, QToolBar* modes)
     tools->addSeparator();
     for (QAction* a : {m_move, m_rotate, m_scale, m_reverse})
         tools->addAction(a);
+    tools->addSeparator();
+    tools->addAction(m_trace);
+    tools->addAction(m_pathFixtures);
 }
 
 void EditActions::fillContextMenu(QMenu* menu, Vec2 world)
@@ -226,6 +240,10 @@ void EditActions::fillContextMenu(QMenu* menu, Vec2 world)
         menu->addAction(a);
     if (m_reverse->isEnabled())
         menu->addAction(m_reverse);
+    if (m_trace->isEnabled()) {
+        menu->addAction(m_trace);
+        menu->addAction(m_pathFixtures);
+    }
     menu->addSeparator();
     QMenu* add = menu->addMenu(tr("&Add here"));
     add->addAction(m_addBody);
@@ -258,7 +276,7 @@ void EditActions::update()
         a->setEnabled(any);
     if (!v) {
         for (QAction* a : {m_copy, m_paste, m_duplicate, m_delete, m_rename, m_selectAll, m_reverse, m_move, m_rotate,
-                           m_scale, m_addBody, m_addImage, m_addObject})
+                           m_scale, m_addBody, m_addImage, m_addObject, m_trace, m_pathFixtures})
             a->setEnabled(false);
         m_fixtureMenu->setEnabled(false);
         m_jointMenu->setEnabled(false);
@@ -277,6 +295,8 @@ void EditActions::update()
     m_rename->setEnabled(mode != EditMode::Vertices && selected == 1);
     m_selectAll->setEnabled(true);
     m_reverse->setEnabled(selection.count(ItemKind::Fixture) > 0);
+    m_trace->setEnabled(selection.count(ItemKind::Sampler) > 0);
+    m_pathFixtures->setEnabled(selection.count(ItemKind::Sampler) > 0);
     for (QAction* a : {m_move, m_rotate, m_scale})
         a->setEnabled(selected > 0);
     m_addBody->setEnabled(true);
@@ -429,6 +449,66 @@ void EditActions::reverseWinding()
         ScriptFixture handle = ScriptApi::fixtureHandle(doc.world().findFixture(id));
         FixtureApi::reverseWinding(&handle);
     }
+}
+
+void EditActions::traceSamplers()
+{
+    EditorView* v = view();
+    if (!v)
+        return;
+    const std::vector<ItemId> ids = v->document().selection().items(ItemKind::Sampler);
+    int traced = 0;
+    for (ItemId id : ids) {
+        const MetaSampler* sampler = v->document().world().findSampler(id);
+        // A path keeps the simplification it had; new ones get sensible limits.
+        const int maxPoints = sampler && !sampler->paths.empty() && sampler->paths.front().maxPoints > 0
+                                  ? sampler->paths.front().maxPoints
+                                  : 64;
+        const int minAngle = sampler && !sampler->paths.empty() ? sampler->paths.front().minAngle : 5;
+        traced += SamplerPaths::traceIntoPaths(v->document(), id, maxPoints, minAngle) ? 1 : 0;
+    }
+    emit statusMessage(traced ? tr("Traced the outlines of %1 samplers into paths").arg(traced)
+                              : tr("No outline was found: is the picture readable?"),
+                       5000);
+    update();
+}
+
+void EditActions::fixturesFromPaths()
+{
+    EditorView* v = view();
+    if (!v)
+        return;
+    EditorDocument& doc = v->document();
+    const std::vector<ItemId> ids = doc.selection().items(ItemKind::Sampler);
+    const std::vector<ItemId>& bodies = doc.selection().items(ItemKind::Body);
+    int made = 0;
+    {
+        ScriptDocumentScope scope(&doc);
+        UndoMacroScope macro(doc.undoStack(), tr("fixtures from paths"));
+        for (ItemId id : ids) {
+            const MetaSampler* sampler = doc.world().findSampler(id);
+            if (!sampler)
+                continue;
+            const MetaBody* body = sampler->body ? sampler->body
+                                   : bodies.size() == 1 ? doc.world().findBody(bodies.front())
+                                                        : nullptr;
+            if (!body) {
+                emit statusMessage(tr("Sampler '%1' has no body: select the body to put its fixtures on")
+                                       .arg(sampler->name()),
+                                   6000);
+                continue;
+            }
+            for (size_t p = 0; p < sampler->paths.size(); ++p) {
+                const ScriptFixture fixture = TransformApi::createFixtureFromPath(
+                    ScriptApi::bodyHandle(body), PathApi::getPath(int(id), int(p)));
+                made += fixture.valid ? 1 : 0;
+            }
+        }
+    }
+    if (made > 0)
+        emit statusMessage(tr("Made %1 fixtures from paths").arg(made), 5000);
+    v->sceneChanged();
+    update();
 }
 
 void EditActions::addFixture(int shapeType)

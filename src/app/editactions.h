@@ -62,6 +62,8 @@ private:
     void rename();
     void selectAll();
     void reverseWinding();
+    void traceSamplers();
+    void fixturesFromPaths();
 
     QWidget* m_window;
     EditorWorkspace* m_workspace;
@@ -80,6 +82,8 @@ private:
     QAction* m_addBody = nullptr;
     QAction* m_addImage = nullptr;
     QAction* m_addObject = nullptr;
+    QAction* m_trace = nullptr;
+    QAction* m_pathFixtures = nullptr;
     QMenu* m_fixtureMenu = nullptr;
     QMenu* m_jointMenu = nullptr;
     Vec2 m_contextPoint;

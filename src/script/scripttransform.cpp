@@ -676,6 +676,11 @@ int duplicateSelection(int mode)
     }
 }
 
+ScriptFixture createFixtureFromPath(const ScriptBody& body, const ScriptPath& path)
+{
+    return createFixture(body, path);
+}
+
 void registerTransforms(ScriptRegistrar& reg)
 {
     registerTransformsFor<ScriptBody>(reg, "body");

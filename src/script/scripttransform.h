@@ -43,6 +43,11 @@ void transformSelection(int mode, Operation operation, int pivotMode, float a, f
 /// the originals; returns how many were made. Vertices are not duplicated.
 int duplicateSelection(int mode);
 
+/// The script function createFixture(body, path): a fixture on the body made
+/// from a sampler's path, recorded like any new fixture (an invalid handle
+/// if the path cannot make one; the reason is logged).
+ScriptFixture createFixtureFromPath(const ScriptBody& body, const ScriptPath& path);
+
 /// Registers translate, rotate and scale for every handle type and array.
 void registerTransforms(ScriptRegistrar& reg);
 /// Registers duplicate for every handle type and array, and step.

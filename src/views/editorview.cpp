@@ -162,7 +162,7 @@ const SceneGeometry& EditorView::geometry()
 const ScenePicker& EditorView::picker()
 {
     if (!m_picker.isBuilt())
-        m_picker.build(document().world());
+        m_picker.build(document().world(), document().filePath());
     return m_picker;
 }
 

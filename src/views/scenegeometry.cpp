@@ -6,6 +6,8 @@
 #include "io/imagequad.h"
 #include "model/metaworld.h"
 #include "physics/placement.h"
+#include "sampling/sampleranalysis.h"
+#include "sampling/samplerframe.h"
 #include "views/shapegeometry.h"
 #include "views/viewcolors.h"
 
@@ -126,6 +128,10 @@ public:
         for (const auto& joint : world.joints())
             this->joint(*joint, &selection, identity);
         chunkEnd();
+        chunkStart();
+        for (const auto& sampler : world.samplers())
+            this->sampler(*sampler, selection, filePath);
+        chunkEnd();
         for (const auto& object : world.objects()) {
             chunkStart();
             this->object(*object, &selection, identity, 0);
@@ -230,6 +236,20 @@ private:
             m_shapes.cross(origin, bodySelected ? 6 : 3, bodySelected ? m_colors.selection : outline);
         if (!selection)
             return;
+        // The vertices of selected fixtures, the selected ones larger, so
+        // that vertex editing sees what it picks.
+        for (const auto& fixture : body.fixtures()) {
+            if (!selection->contains(ItemKind::Fixture, fixture->id()))
+                continue;
+            const auto& vertices = fixture->vertices();
+            for (size_t i = 0; i < vertices.size(); ++i) {
+                const Vec2 p = place(placement, bodyPoint(body, vertices[i]));
+                if (!finite(p))
+                    continue;
+                const bool picked = selection->containsVertex(fixture->id(), int(i));
+                m_shapes.marker(p, picked ? 8 : 5, picked ? m_colors.selection : m_colors.vertex);
+            }
+        }
         label(origin, body, bodySelected);
         for (const auto& fixture : body.fixtures()) {
             if (fixture->vertices().empty())
@@ -304,6 +324,61 @@ private:
             for (size_t i = 0; i < 4; ++i) {
                 m_shapes.segment(draw.corners[i], draw.corners[(i + 1) % 4], outline);
                 m_shapes.include(draw.corners[i]);
+            }
+        }
+    }
+
+    // A sampler: its picture, the outline its alpha edge gives, and its paths
+    // with their control points (marked when the sampler is selected).
+    void sampler(const MetaSampler& sampler, const Selection& selection, const QString& filePath)
+    {
+        const std::shared_ptr<const SamplerAnalysis> analysis = analyseSampler(sampler, filePath);
+        const SamplerFrame frame = SamplerFrame::of(sampler);
+        const bool selected = selection.contains(ItemKind::Sampler, sampler.id());
+        const float h = sampler.height;
+        const QSize size = analysis ? analysis->fileSize : QSize();
+        const float w = size.height() > 0 ? h * float(size.width()) / float(size.height()) : h;
+        ImageDraw draw;
+        draw.path = analysis ? analysis->path : QString();
+        const Vec2 local[4] = {{-w / 2, -h / 2}, {w / 2, -h / 2}, {w / 2, h / 2}, {-w / 2, h / 2}};
+        bool usable = true;
+        for (size_t i = 0; i < 4; ++i) {
+            draw.corners[i] = frame.toWorld(local[i]);
+            usable = usable && finite(draw.corners[i]);
+        }
+        if (!usable)
+            return;
+        // Texture v = 0 is the picture's top row; the frame mirrors x when flipped.
+        draw.texCoords = {0, 1, 1, 1, 1, 0, 0, 0};
+        draw.opacity = std::clamp(sampler.opacity, 0.f, 1.f);
+        draw.tint = QColor(std::clamp(sampler.colorTint.r, 0, 255), std::clamp(sampler.colorTint.g, 0, 255),
+                           std::clamp(sampler.colorTint.b, 0, 255), std::clamp(sampler.colorTint.a, 0, 255));
+        if (!draw.path.isEmpty() && analysis && analysis->error.isEmpty())
+            m_target.images.push_back(draw);
+        const QColor edge = selected ? m_colors.selection : m_colors.imageOutline;
+        for (size_t i = 0; i < 4; ++i) {
+            m_shapes.segment(draw.corners[i], draw.corners[(i + 1) % 4], edge);
+            m_shapes.include(draw.corners[i]);
+        }
+        label({(draw.corners[0].x + draw.corners[2].x) / 2, (draw.corners[0].y + draw.corners[2].y) / 2}, sampler,
+              selected);
+        if (analysis) {
+            for (const SamplerOutline& outline : analysis->toFrame(analysis->alphaRings, h)) {
+                const size_t n = outline.points.size();
+                for (size_t i = 0; i < n; ++i)
+                    m_shapes.segment(frame.toWorld(outline.points[i]), frame.toWorld(outline.points[(i + 1) % n]),
+                                     m_colors.samplerOutline);
+            }
+        }
+        for (const MetaPath& path : sampler.paths) {
+            const size_t n = path.controlPoints.size();
+            const bool closed = path.type != SHAPE_LINE;
+            for (size_t i = 0; i + (closed ? 0 : 1) < n; ++i)
+                m_shapes.segment(frame.toWorld(path.controlPoints[i]), frame.toWorld(path.controlPoints[(i + 1) % n]),
+                                 m_colors.path);
+            if (selected) {
+                for (const Vec2& p : path.controlPoints)
+                    m_shapes.marker(frame.toWorld(p), 5, m_colors.path);
             }
         }
     }

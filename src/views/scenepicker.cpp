@@ -5,6 +5,8 @@
 #include "io/imagequad.h"
 #include "model/metaworld.h"
 #include "physics/placement.h"
+#include "sampling/sampleranalysis.h"
+#include "sampling/samplerframe.h"
 #include "views/hittest.h"
 
 #include <algorithm>
@@ -101,7 +103,7 @@ void ScenePicker::clear()
     m_outside.clear();
 }
 
-void ScenePicker::build(const MetaWorld& world)
+void ScenePicker::build(const MetaWorld& world, const QString& sceneFilePath)
 {
     clear();
     m_world = &world;
@@ -158,15 +160,16 @@ void ScenePicker::build(const MetaWorld& world)
             m_others.push_back(e);
     }
     for (const auto& sampler : world.samplers()) {
-        // A sampler covers a square of its height until its image is known.
+        // The sampler's picture, as wide as its file's proportions make it.
+        const std::shared_ptr<const SamplerAnalysis> analysis = analyseSampler(*sampler, sceneFilePath);
+        const QSize size = analysis ? analysis->fileSize : QSize();
         const float h = sampler->height / 2;
-        const float c = std::cos(sampler->angle), s = std::sin(sampler->angle);
+        const float w = size.height() > 0 ? h * float(size.width()) / float(size.height()) : h;
+        const SamplerFrame frame = SamplerFrame::of(*sampler);
         BoxEntry e{ItemKind::Sampler, sampler->id(), {INFINITY, INFINITY}, {-INFINITY, -INFINITY}, {}, {}, {}};
-        const Vec2 corners[4] = {{-h, -h}, {h, -h}, {h, h}, {-h, h}};
+        const Vec2 corners[4] = {{-w, -h}, {w, -h}, {w, h}, {-w, h}};
         for (size_t i = 0; i < 4; ++i) {
-            const Vec2 local{sampler->center.x + c * corners[i].x - s * corners[i].y,
-                             sampler->center.y + s * corners[i].x + c * corners[i].y};
-            e.quad[i] = bodyPoint(sampler->body, local);
+            e.quad[i] = frame.toWorld(corners[i]);
             grow(e.lo, e.hi, e.quad[i]);
         }
         if (finite(e.lo) && finite(e.hi))

@@ -30,8 +30,9 @@ struct PickHit
 class ScenePicker
 {
 public:
-    /// Takes the geometry of a scene (its own items, not object contents).
-    void build(const MetaWorld& world);
+    /// Takes the geometry of a scene (its own items, not object contents);
+    /// `sceneFilePath` finds the pictures of samplers.
+    void build(const MetaWorld& world, const QString& sceneFilePath = QString());
     /// True once built.
     bool isBuilt() const { return m_built; }
     /// Forgets the scene (it changed).

@@ -4,6 +4,10 @@
 #include "editing/selection.h"
 #include "model/metaworld.h"
 #include "script/selectionchange.h"
+#include "editing/scriptcommand.h"
+#include "sampling/samplerframe.h"
+#include "script/scriptdocument.h"
+#include "script/scriptpath.h"
 #include "script/selectionedits.h"
 #include "views/editorview.h"
 
@@ -43,6 +47,7 @@ QString SelectTool::stateName() const
 void SelectTool::cancel()
 {
     m_pressed = m_boxing = false;
+    m_dragged.reset();
 }
 
 QString SelectTool::describe(const MetaWorld& world, const PickHit& hit)
@@ -54,10 +59,79 @@ QString SelectTool::describe(const MetaWorld& world, const PickHit& hit)
     return QStringLiteral("%1 (%2)").arg(name, itemKindWord(hit.kind));
 }
 
+std::optional<SelectTool::ControlPoint> SelectTool::controlPointAt(QPointF pixel)
+{
+    EditorDocument& doc = m_view.document();
+    const Vec2 point = m_view.camera().toWorld(pixel);
+    const float reach = m_view.pickTolerance() * 1.5f;
+    for (ItemId id : doc.selection().items(ItemKind::Sampler)) {
+        const MetaSampler* sampler = doc.world().findSampler(id);
+        if (!sampler)
+            continue;
+        const SamplerFrame frame = SamplerFrame::of(*sampler);
+        for (size_t p = 0; p < sampler->paths.size(); ++p) {
+            const auto& points = sampler->paths[p].controlPoints;
+            for (size_t i = 0; i < points.size(); ++i) {
+                if ((frame.toWorld(points[i]) - point).length() <= reach)
+                    return ControlPoint{id, int(p), int(i)};
+            }
+        }
+    }
+    return std::nullopt;
+}
+
+bool SelectTool::editPathAt(QMouseEvent* event)
+{
+    EditorDocument& doc = m_view.document();
+    const Vec2 point = m_view.camera().toWorld(event->position());
+    ScriptDocumentScope scope(&doc);
+    if (const auto cp = controlPointAt(event->position()); cp && event->modifiers().testFlag(Qt::ShiftModifier)) {
+        UndoMacroScope macro(doc.undoStack(), QObject::tr("delete control point"));
+        ScriptPath path = PathApi::getPath(int(cp->sampler), cp->path);
+        PathApi::deleteControlPoint(&path, cp->index);
+        return true;
+    }
+    // A double click on a path puts a point there.
+    for (ItemId id : doc.selection().items(ItemKind::Sampler)) {
+        const MetaSampler* sampler = doc.world().findSampler(id);
+        if (!sampler)
+            continue;
+        const SamplerFrame frame = SamplerFrame::of(*sampler);
+        for (size_t p = 0; p < sampler->paths.size(); ++p) {
+            const MetaPath& path = sampler->paths[p];
+            const size_t n = path.controlPoints.size();
+            const size_t edges = path.type == SHAPE_LINE ? (n > 0 ? n - 1 : 0) : n;
+            for (size_t i = 0; i < edges && n >= 2; ++i) {
+                const Vec2 a = frame.toWorld(path.controlPoints[i]);
+                const Vec2 b = frame.toWorld(path.controlPoints[(i + 1) % n]);
+                const Vec2 ab = b - a;
+                const float len2 = ab.lengthSquared();
+                const float t = len2 > 0 ? ((point.x - a.x) * ab.x + (point.y - a.y) * ab.y) / len2 : -1;
+                if (t <= 0 || t >= 1 || ((a + ab * t) - point).length() > m_view.pickTolerance())
+                    continue;
+                UndoMacroScope macro(doc.undoStack(), QObject::tr("insert control point"));
+                ScriptPath handle = PathApi::getPath(int(id), int(p));
+                const Vec2 local = frame.toLocal(a + ab * t);
+                PathApi::addControlPoint(&handle, int(i) + 1, local.x, local.y);
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
 bool SelectTool::mousePress(QMouseEvent* event)
 {
     if (event->button() != Qt::LeftButton)
         return false;
+    if (m_view.editMode() == EditMode::Samplers && event->modifiers() == Qt::NoModifier) {
+        m_dragged = controlPointAt(event->position());
+        if (m_dragged) {
+            m_pressed = true;
+            m_pressPixel = m_currentPixel = event->position();
+            return true;
+        }
+    }
     m_pressed = true;
     m_boxing = false;
     m_pressPixel = m_currentPixel = event->position();
@@ -80,6 +154,8 @@ bool SelectTool::mouseMove(QMouseEvent* event)
     if (!m_pressed || !(event->buttons() & Qt::LeftButton))
         return false;
     m_currentPixel = event->position();
+    if (m_dragged)
+        return true;
     const QPointF moved = m_currentPixel - m_pressPixel;
     if (!m_boxing && std::hypot(moved.x(), moved.y()) < kDragPixels)
         return false;
@@ -98,6 +174,27 @@ bool SelectTool::mouseRelease(QMouseEvent* event)
         return false;
     m_pressed = false;
     m_currentPixel = event->position();
+    if (m_dragged) {
+        // The point moves by the distance dragged (it does not jump to the
+        // mouse, which pressed it within a few pixels), as one undo step.
+        const ControlPoint cp = *m_dragged;
+        m_dragged.reset();
+        const QPointF moved = m_currentPixel - m_pressPixel;
+        EditorDocument& doc = m_view.document();
+        const MetaSampler* sampler = doc.world().findSampler(cp.sampler);
+        if (!sampler || std::hypot(moved.x(), moved.y()) < 1 || cp.path >= int(sampler->paths.size())
+            || cp.index >= int(sampler->paths[size_t(cp.path)].controlPoints.size()))
+            return true;
+        const SamplerFrame frame = SamplerFrame::of(*sampler);
+        const Vec2 start = frame.toWorld(sampler->paths[size_t(cp.path)].controlPoints[size_t(cp.index)]);
+        const Vec2 delta = m_view.camera().toWorld(m_currentPixel) - m_view.camera().toWorld(m_pressPixel);
+        const Vec2 local = frame.toLocal(start + delta);
+        ScriptDocumentScope scope(&doc);
+        UndoMacroScope macro(doc.undoStack(), QObject::tr("move control point"));
+        ScriptPath path = PathApi::getPath(int(cp.sampler), cp.path);
+        PathApi::setControlPoint(&path, cp.index, local.x, local.y);
+        return true;
+    }
     if (m_boxing) {
         m_boxing = false;
         boxSelect(event);
@@ -109,6 +206,8 @@ bool SelectTool::mouseRelease(QMouseEvent* event)
 
 bool SelectTool::mouseDoubleClick(QMouseEvent* event)
 {
+    if (event->button() == Qt::LeftButton && m_view.editMode() == EditMode::Samplers)
+        return editPathAt(event);
     if (event->button() != Qt::LeftButton || m_view.editMode() != EditMode::Vertices)
         return false;
     // Insert a vertex on the nearest edge of a selected fixture.
@@ -197,6 +296,13 @@ void SelectTool::boxSelect(QMouseEvent* event)
 
 void SelectTool::paintOverlay(QPainter& painter)
 {
+    if (m_dragged && m_pressed) {
+        painter.setPen(QPen(QColor(255, 150, 60), 1, Qt::DashLine));
+        painter.drawLine(m_pressPixel, m_currentPixel);
+        painter.setBrush(QColor(255, 150, 60));
+        painter.drawRect(QRectF(m_currentPixel - QPointF(3, 3), QSizeF(6, 6)));
+        return;
+    }
     if (!m_boxing)
         return;
     QColor fill(120, 170, 255, 40);

@@ -14,7 +14,9 @@
 /// drag on empty space selects the items inside the box (Shift adds, Ctrl
 /// removes); a drag that starts on a selected item moves the selection. In
 /// the vertex mode a double click on an edge of a selected fixture inserts a
-/// vertex there.
+/// vertex there. In the sampler mode the control points of the selected
+/// samplers' paths can be dragged; a double click on a path inserts a
+/// point, a Shift double click on a point deletes it.
 class SelectTool : public ViewTool
 {
 public:
@@ -33,6 +35,15 @@ public:
     static QString describe(const MetaWorld& world, const PickHit& hit);
 
 private:
+    /// A control point of a path of a selected sampler.
+    struct ControlPoint
+    {
+        ItemId sampler = 0;
+        int path = -1;
+        int index = -1;
+    };
+    std::optional<ControlPoint> controlPointAt(QPointF pixel);
+    bool editPathAt(QMouseEvent* event);
     void click(QMouseEvent* event);
     void boxSelect(QMouseEvent* event);
     std::optional<PickHit> choose(const std::vector<PickHit>& hits, const QPoint& globalPos);
@@ -43,4 +54,5 @@ private:
     Qt::KeyboardModifiers m_pressModifiers;
     QPointF m_pressPixel;
     QPointF m_currentPixel;
+    std::optional<ControlPoint> m_dragged;
 };

@@ -23,6 +23,9 @@ struct ViewColors
     QColor object{150, 150, 170};
     QColor cursor{255, 90, 40};
     QColor label{230, 230, 230};
+    QColor samplerOutline{80, 220, 230};
+    QColor path{255, 150, 60};
+    QColor vertex{110, 200, 255};
     /// Clear colour of player views ("colors/playerviewbackgroundcolor").
     QColor playerBackground{30, 34, 40};
     /// Opacity (0..255) of fixture fills; outlines are opaque.

@@ -8,6 +8,7 @@
 #include "document/editordocument.h"
 #include "io/scenewriter.h"
 #include "model/metaworld.h"
+#include "sampling/samplerframe.h"
 #include "script/documentscripting.h"
 #include "support/guitesting.h"
 #include "views/editorview.h"
@@ -21,6 +22,7 @@
 #include <QImage>
 #include <QMimeData>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QStatusBar>
 #include <QTemporaryDir>
 #include <QtTest/QTest>
@@ -349,4 +351,70 @@ TEST_F(ViewEditingTest, DroppedImagesAreAddedAndOtherFilesAreIgnoredWithAMessage
     EXPECT_EQ(lastText(), "add images");
     EXPECT_NEAR(doc->world().images().front()->center.x, 5, 0.1);
     EXPECT_TRUE(window->statusBar()->currentMessage().contains("readme.txt"));
+}
+
+TEST_F(ViewEditingTest, SamplerPathsAreTracedEditedAndTurnedIntoFixturesOneStepEach)
+{
+    QImage sprite(64, 64, QImage::Format_ARGB32);
+    sprite.fill(Qt::transparent);
+    {
+        QPainter painter(&sprite);
+        painter.setBrush(Qt::red);
+        painter.setPen(Qt::NoPen);
+        painter.drawEllipse(QRectF(8, 8, 48, 48));
+    }
+    ASSERT_TRUE(sprite.save(dir.filePath("disc.png")));
+    run(QStringLiteral("sampler s = addSampler(mv(10, 16)); s.setFile('%1'); s.setHeight(4); s.setBody(getBody('ground'));"
+                       "s.setCenter(10, 16); s.setOutputWidth(64); s.setOutputHeight(64); s.select();")
+            .arg(dir.filePath("disc.png")));
+    ASSERT_EQ(doc->world().samplers().size(), 1u);
+    MetaSampler* sampler = doc->world().samplers().front().get();
+    QTest::keyClick(view, Qt::Key_P);
+    EXPECT_EQ(view->editMode(), EditMode::Samplers);
+
+    int before = steps();
+    window->action("actionTraceSampler")->trigger();
+    EXPECT_EQ(steps(), before + 1);
+    EXPECT_EQ(lastText(), "trace outline of sampler");
+    ASSERT_EQ(sampler->paths.size(), 1u) << "one disc, one outline";
+    const size_t points = sampler->paths.front().controlPoints.size();
+    ASSERT_GE(points, 8u);
+
+    // Drag the first control point 30 pixels to the right.
+    const SamplerFrame frame = SamplerFrame::of(*sampler);
+    const Vec2 first = frame.toWorld(sampler->paths.front().controlPoints[0]);
+    const QPoint from = pixel(first);
+    QTest::mousePress(view, Qt::LeftButton, {}, from);
+    moveTo(from + QPoint(15, 0), Qt::LeftButton);
+    moveTo(from + QPoint(30, 0), Qt::LeftButton);
+    QTest::mouseRelease(view, Qt::LeftButton, {}, from + QPoint(30, 0));
+    EXPECT_EQ(lastText(), "move control point");
+    const Vec2 moved = frame.toWorld(sampler->paths.front().controlPoints[0]);
+    EXPECT_NEAR(moved.x - first.x, 30 * view->camera().worldPerPixel(), 1e-3);
+
+    // A double click between two points inserts one; Shift takes it away again.
+    const Vec2 a = frame.toWorld(sampler->paths.front().controlPoints[2]);
+    const Vec2 b = frame.toWorld(sampler->paths.front().controlPoints[3]);
+    QTest::mouseDClick(view, Qt::LeftButton, {}, pixel({(a.x + b.x) / 2, (a.y + b.y) / 2}));
+    EXPECT_EQ(lastText(), "insert control point");
+    ASSERT_EQ(sampler->paths.front().controlPoints.size(), points + 1);
+    QTest::mouseDClick(view, Qt::LeftButton, Qt::ShiftModifier, pixel(frame.toWorld(sampler->paths.front().controlPoints[3])));
+    EXPECT_EQ(lastText(), "delete control point");
+    EXPECT_EQ(sampler->paths.front().controlPoints.size(), points);
+
+    before = steps();
+    const size_t fixtures = doc->world().fixtureCount();
+    window->action("actionFixturesFromPaths")->trigger();
+    EXPECT_EQ(steps(), before + 1);
+    EXPECT_EQ(lastText(), "fixtures from paths");
+    EXPECT_EQ(doc->world().fixtureCount(), fixtures + 1);
+
+    // Each edit is one step back: fixtures, delete, insert, move.
+    for (int i = 0; i < 4; ++i)
+        doc->undoStack().undo();
+    EXPECT_EQ(doc->world().fixtureCount(), fixtures);
+    ASSERT_EQ(sampler->paths.front().controlPoints.size(), points);
+    const Vec2 back = frame.toWorld(sampler->paths.front().controlPoints[0]);
+    EXPECT_NEAR(back.x, first.x, 1e-4);
+    EXPECT_NEAR(back.y, first.y, 1e-4);
 }

@@ -143,6 +143,24 @@ TEST_F(RenderingTest, SelectionIsHighlightedAndAChangedImageFileIsReloaded)
         << describe(pixel(frame, view->camera().toPixel({-5, 6})));
 }
 
+TEST_F(RenderingTest, SelectedFixturesShowTheirVerticesAndSelectedVerticesStandOut)
+{
+    auto view = showView();
+    const ViewColors colors;
+    const ViewCamera& camera = view->camera();
+    // Just outside the square's corners, where only a marker can draw.
+    const auto outside = [&](Vec2 corner) {
+        const QPointF at = camera.toPixel(corner);
+        return pixel(view->grabFramebuffer(), at + QPointF(corner.x < 5 ? -1.5 : 1.5, corner.y < 5 ? 1.5 : -1.5));
+    };
+    EXPECT_TRUE(near(outside({3, 3}), colors.background)) << "no markers without a selection";
+    document.selection().add(ItemKind::Fixture, 1);
+    document.selection().addVertex(1, 0);
+    view->sceneChanged();
+    EXPECT_TRUE(near(outside({3, 3}), colors.selection)) << describe(outside({3, 3}));
+    EXPECT_TRUE(near(outside({7, 7}), colors.vertex)) << describe(outside({7, 7}));
+}
+
 TEST_F(RenderingTest, HugeAndNonFiniteCoordinatesDrawAndZoomToFit)
 {
     const QString path = writeFile(dir, "huge.plax", R"({"metaworld": {"metabody": [
