@@ -79,4 +79,7 @@ target_sources(plaxcore PRIVATE
   script/selectionchange.cpp script/selectionchange.h
   script/selectionedits.cpp script/selectionedits.h
   script/transformsession.cpp script/transformsession.h
+  script/scripthooksmanager.cpp script/scripthooksmanager.h
+  script/scripthookstable.cpp script/scripthookstable.h
+  script/scripttrust.cpp script/scripttrust.h
 )
