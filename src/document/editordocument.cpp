@@ -7,6 +7,7 @@
 #include "io/scenewriter.h"
 #include "model/metaworld.h"
 #include "script/documentscripting.h"
+#include "script/documentscripts.h"
 #include "script/scriptbackground.h"
 
 #include <QFileInfo>
@@ -49,6 +50,7 @@ bool EditorDocument::load(const QString& path)
     m_world = std::move(loaded);
     m_filePath = QFileInfo(path).absoluteFilePath();
     m_scripting->scriptLog().start(m_filePath);
+    m_scripting->documentScripts().sceneReplaced();
     m_undoStack.setClean();
     return true;
 }
@@ -65,6 +67,7 @@ bool EditorDocument::save(const QString& path, bool adoptPath)
         }
         m_undoStack.setClean();
         m_recovered = false;
+        m_scripting->documentScripts().sceneSaved();
     }
     return true;
 }
