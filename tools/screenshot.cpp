@@ -9,12 +9,15 @@
 #include "document/editordocument.h"
 #include "script/documentscripting.h"
 #include "support/tempsettings.h"
+#include "views/editorview.h"
 
 #include <QApplication>
 #include <QFile>
 #include <QKeySequence>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QOpenGLWidget>
+#include <QPainter>
 #include <QTest>
 #include <QTimer>
 
@@ -74,11 +77,27 @@ int main(int argc, char** argv)
         QTest::qWait(50);
     }
     QTest::qWait(waitMs);
-    const QImage picture = window.grab().toImage();
+    // The window's own grab composes OpenGL views from an earlier frame; draw
+    // each view's frame buffer, rendered now, over its place instead.
+    QImage picture = window.grab().toImage();
+    {
+        QPainter painter(&picture);
+        for (QOpenGLWidget* gl : window.findChildren<QOpenGLWidget*>()) {
+            if (gl->isVisible())
+                painter.drawImage(gl->mapTo(&window, QPoint(0, 0)), gl->grabFramebuffer());
+        }
+    }
     if (!picture.save(out)) {
         std::fprintf(stderr, "could not write %s\n", qPrintable(out));
         return 1;
     }
     std::printf("wrote %s (%dx%d)\n", qPrintable(out), picture.width(), picture.height());
+    if (QMdiSubWindow* sub = window.mdiArea()->activeSubWindow()) {
+        if (auto* view = qobject_cast<EditorView*>(sub->widget()); view && qEnvironmentVariableIsSet("PLAX_SHOT_VIEW"))
+            view->grabFramebuffer().save(qEnvironmentVariable("PLAX_SHOT_VIEW"));
+        if (auto* view = qobject_cast<EditorView*>(sub->widget()))
+            std::printf("view: %zu labels built, %d drawn, geometry built in %.1f ms\n", view->geometry().labels.size(),
+                        view->lastLabelCount(), view->lastBuildMilliseconds());
+    }
     return 0;
 }

@@ -218,6 +218,7 @@ EditorView* EditorWorkspace::openEditorView(EditorDocument* document, EditorView
     plaxLog(LOG_INFO, "%d views now open for file '%s'", int(it->second.views.size()), qPrintable(name));
     plaxLog(LOG_INFO, tr("Opened editor view of '%1'").arg(name));
     updateWindowTitles();
+    emit editorViewOpened(view);
     return view;
 }
 

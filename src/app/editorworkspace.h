@@ -93,6 +93,8 @@ signals:
     void documentSaved(EditorDocument* document);
     /// A document is about to be destroyed.
     void documentClosing(EditorDocument* document);
+    /// An editor view was opened (the main window connects its requests).
+    void editorViewOpened(EditorView* view);
 
 private:
     struct OpenDocument

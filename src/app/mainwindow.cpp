@@ -1,6 +1,7 @@
 #include "app/mainwindow.h"
 
 #include "app/autosave.h"
+#include "app/editactions.h"
 #include "app/editorworkspace.h"
 #include "app/recentfiles.h"
 #include "base/log.h"
@@ -65,6 +66,10 @@ MainWindow::MainWindow(QWidget* parent)
     setCentralWidget(m_mdiArea);
     m_workspace = new EditorWorkspace(m_mdiArea, this);
     m_autoSaver = new AutoSaver(m_workspace);
+    m_editActions = new EditActions(this, m_workspace);
+    connect(m_editActions, &EditActions::statusMessage, this,
+            [this](const QString& text, int timeoutMs) { statusBar()->showMessage(text, timeoutMs); });
+    connect(m_workspace, &EditorWorkspace::editorViewOpened, this, &MainWindow::connectEditorView);
 
     createPanels();
     createMenus();
@@ -204,6 +209,16 @@ void MainWindow::createMenus()
         if (EditorView* view = editorViewOf(m_mdiArea))
             m_workspace->openEditorView(&view->document(), view);
     });
+    QAction* labels = make(m_viewMenu, "actionShowLabels", tr("Show item &labels"), QKeySequence(Qt::CTRL | Qt::Key_L),
+                           [this](bool on) {
+                               openAppSettings()->setValue(QLatin1String(EditorView::kShowLabelsKey), on);
+                               for (QMdiSubWindow* window : m_mdiArea->subWindowList()) {
+                                   if (auto* view = qobject_cast<EditorView*>(window->widget()))
+                                       view->setShowLabels(on);
+                               }
+                           });
+    labels->setCheckable(true);
+    labels->setChecked(openAppSettings()->value(QLatin1String(EditorView::kShowLabelsKey), true).toBool());
     m_viewMenu->addSeparator();
     for (QDockWidget* dock : {m_itemsDock, m_propertiesDock, m_scriptDock, m_undoDock, m_logDock})
         m_viewMenu->addAction(dock->toggleViewAction());
@@ -220,18 +235,13 @@ void MainWindow::createMenus()
     m_viewMenu->addAction(toolbarToggle);
 
     QMenu* tools = menuBar()->addMenu(tr("&Tools"));
-    auto* modes = new QActionGroup(this);
-    const auto mode = [&](const char* name, const QString& text, Qt::Key key, const QString& word) {
-        QAction* action = make(tools, name, text, QKeySequence(key), [this, word] {
-            if (EditorDocument* document = m_workspace->activeDocument())
-                document->editorState().editMode = word;
-        });
-        action->setCheckable(true);
-        modes->addAction(action);
-        return action;
-    };
-    mode("actionBodiesMode", tr("&Bodies"), Qt::Key_B, QStringLiteral("bodies"))->setChecked(true);
-    mode("actionFixturesMode", tr("&Fixtures"), Qt::Key_F, QStringLiteral("fixtures"));
+    m_modeToolBar = addToolBar(tr("Edit modes"));
+    m_modeToolBar->setObjectName(QStringLiteral("EditModesToolBar"));
+    m_editActions->populate(edit, tools, m_modeToolBar);
+    QAction* modesToggle = m_modeToolBar->toggleViewAction();
+    modesToggle->setObjectName(QStringLiteral("EditModesToolBarToggle"));
+    modesToggle->setShortcut(QKeySequence(Qt::Key_F10));
+    m_viewMenu->addAction(modesToggle);
 
     QMenu* window = menuBar()->addMenu(tr("&Window"));
     make(window, "actionTile", tr("&Tile"), QKeySequence(), [this] { m_mdiArea->tileSubWindows(); });
@@ -272,10 +282,40 @@ void MainWindow::activeDocumentChanged(EditorDocument* document)
     m_itemsTree->setDocument(document);
     m_properties->setDocument(document);
     updateDockTitles();
+    disconnect(m_stackConnection);
     if (document) {
-        const bool fixtures = document->editorState().editMode == QLatin1String("fixtures");
-        action(fixtures ? QStringLiteral("actionFixturesMode") : QStringLiteral("actionBodiesMode"))->setChecked(true);
+        m_stackConnection =
+            connect(&document->undoStack(), &QUndoStack::indexChanged, m_editActions, &EditActions::update);
     }
+    m_editActions->update();
+}
+
+void MainWindow::connectEditorView(EditorView* view)
+{
+    connect(view, &EditorView::statusMessage, this, [this](const QString& text, int timeoutMs) {
+        if (text.isEmpty())
+            statusBar()->clearMessage();
+        else
+            statusBar()->showMessage(text, timeoutMs);
+    });
+    connect(view, &EditorView::contextMenuRequested, this,
+            [this, view](const QPoint& globalPos, Vec2 world) { showContextMenu(view, globalPos, world); });
+    connect(view, &EditorView::sceneFilesDropped, this, [this](const QStringList& files) {
+        for (const QString& file : files)
+            m_workspace->openFile(file);
+    });
+    connect(view, &EditorView::editModeChanged, m_editActions, &EditActions::update);
+}
+
+void MainWindow::showContextMenu(EditorView* view, const QPoint& globalPos, Vec2 world)
+{
+    if (m_workspace->activeView() != view)
+        return;
+    QMenu menu(this);
+    menu.setObjectName(QStringLiteral("EditorContextMenu"));
+    menu.setAccessibleName(tr("Editor view menu"));
+    m_editActions->fillContextMenu(&menu, world);
+    menu.exec(globalPos);
 }
 
 void MainWindow::updateDockTitles()

@@ -1,9 +1,14 @@
 #pragma once
 
+#include "base/types.h"
+
 #include <QMainWindow>
 #include <QStringList>
 
 class AutoSaver;
+class EditActions;
+class EditorView;
+class QToolBar;
 class EditorDocument;
 class EditorWorkspace;
 class ItemsTree;
@@ -37,6 +42,8 @@ public:
     QString logText() const;
     /// The action of a menu entry by its object name (tests, toolbars), or null.
     QAction* action(const QString& objectName) const;
+    /// The editing actions (modes, adding, clipboard, ...).
+    EditActions* editActions() const { return m_editActions; }
     /// The recent-files menu.
     QMenu* recentFilesMenu() const { return m_recentMenu; }
     /// Opens the documents given by PLAX_OPEN (a list of paths) or, when the
@@ -64,6 +71,8 @@ private:
     void createMenus();
     QDockWidget* addPanel(QWidget* widget, const QString& objectName, Qt::DockWidgetArea area, const QKeySequence& key);
     void activeDocumentChanged(EditorDocument* document);
+    void connectEditorView(EditorView* view);
+    void showContextMenu(EditorView* view, const QPoint& globalPos, Vec2 world);
     void updateRecentFilesMenu(const QStringList& files);
     void updateDockTitles();
     void installNotifier();
@@ -74,6 +83,9 @@ private:
     QMdiArea* m_mdiArea;
     EditorWorkspace* m_workspace;
     AutoSaver* m_autoSaver;
+    EditActions* m_editActions = nullptr;
+    QToolBar* m_modeToolBar = nullptr;
+    QMetaObject::Connection m_stackConnection;
     QPlainTextEdit* m_logView;
     QPlainTextEdit* m_scriptOutput;
     ItemsTree* m_itemsTree;

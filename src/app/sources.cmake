@@ -1,6 +1,7 @@
 target_sources(plaxgui PRIVATE
   app/autosave.cpp app/autosave.h
   app/batchtool.cpp app/batchtool.h
+  app/editactions.cpp app/editactions.h
   app/editorworkspace.cpp app/editorworkspace.h
   app/lastchance.cpp app/lastchance.h
   app/mainwindow.cpp app/mainwindow.h

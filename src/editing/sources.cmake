@@ -1,6 +1,7 @@
 target_sources(plaxcore PRIVATE
   editing/custompropertycommands.cpp editing/custompropertycommands.h
   editing/edithost.h
+  editing/editmode.cpp editing/editmode.h
   editing/editorstate.h
   editing/editswitches.cpp editing/editswitches.h
   editing/itemcommands.cpp editing/itemcommands.h

@@ -116,6 +116,31 @@ bool attachInstance(MetaObject& instance, const EditorDocument& scene, ObjectMan
     return attachRecursive(instance, scene.filePath(), cacheKeyOf(scene), cache, visited);
 }
 
+bool changeInstanceFile(MetaObject& instance, const QString& file, const EditorDocument& scene, ObjectManager& cache)
+{
+    if (file == instance.file)
+        return true;
+    const QString oldFile = instance.file;
+    // One more reference on the current document keeps it cached while the
+    // new file is tried, so a refusal can put it back without reloading.
+    EditorDocument* old = instance.objectDocument;
+    const int keeper = 0;
+    if (old)
+        cache.getObject(old->filePath(), &keeper);
+    instance.file = file;
+    bool changed = file.isEmpty() ? (detachInstance(instance, cache), true) : attachInstance(instance, scene, cache);
+    if (!changed) {
+        instance.file = oldFile;
+        if (old)
+            attachInstance(instance, scene, cache);
+        else
+            detachInstance(instance, cache);
+    }
+    if (old)
+        cache.releaseObject(old, &keeper);
+    return changed;
+}
+
 void detachInstance(MetaObject& instance, ObjectManager& cache)
 {
     EditorDocument* document = instance.objectDocument;
@@ -143,9 +168,28 @@ SceneObjectsAttachment::SceneObjectsAttachment(EditorDocument& scene, ObjectMana
     : m_scene(scene), m_cache(cache)
 {
     attachSceneObjects(m_scene, m_cache);
+    m_scene.setObjectInstanceHost(this);
 }
 
 SceneObjectsAttachment::~SceneObjectsAttachment()
 {
+    if (m_scene.objectInstanceHost() == this)
+        m_scene.setObjectInstanceHost(nullptr);
     detachDocumentInstances(m_scene, m_cache);
+}
+
+bool SceneObjectsAttachment::attach(MetaObject& instance)
+{
+    return attachInstance(instance, m_scene, m_cache);
+}
+
+void SceneObjectsAttachment::detach(MetaObject& instance)
+{
+    detachInstance(instance, m_cache);
+    instance.parentInstance = nullptr;
+}
+
+bool SceneObjectsAttachment::changeFile(MetaObject& instance, const QString& file)
+{
+    return changeInstanceFile(instance, file, m_scene, m_cache);
 }

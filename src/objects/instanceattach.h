@@ -1,5 +1,7 @@
 #pragma once
 
+#include "script/objectinstancehost.h"
+
 #include <QString>
 
 class EditorDocument;
@@ -28,6 +30,12 @@ void attachSceneObjects(EditorDocument& scene, ObjectManager& cache);
 /// instance ends without a document (no file, a loop, a load failure).
 bool attachInstance(MetaObject& instance, const EditorDocument& scene, ObjectManager& cache);
 
+/// Gives an instance another file and attaches it. A file that cannot be
+/// loaded, or that would make a loop, is refused (with the loader's
+/// message): the instance keeps its file and document. An empty file
+/// detaches it. Returns whether the change was made.
+bool changeInstanceFile(MetaObject& instance, const QString& file, const EditorDocument& scene, ObjectManager& cache);
+
 /// Releases an instance's document reference (if any) and clears it.
 void detachInstance(MetaObject& instance, ObjectManager& cache);
 
@@ -36,14 +44,23 @@ void detachInstance(MetaObject& instance, ObjectManager& cache);
 void detachDocumentInstances(EditorDocument& document, ObjectManager& cache);
 
 /// Keeps a scene's instances attached while it lives: attaches them on
-/// construction and releases them on destruction.
-class SceneObjectsAttachment
+/// construction, serves as the document's object instance host (so that
+/// scripts adding, deleting or re-filing instances attach them at once) and
+/// releases them on destruction.
+class SceneObjectsAttachment : public ObjectInstanceHost
 {
 public:
     /// Attaches the scene's instances through `cache`.
     explicit SceneObjectsAttachment(EditorDocument& scene, ObjectManager& cache);
     /// Releases every instance the scene holds at that time.
-    ~SceneObjectsAttachment();
+    ~SceneObjectsAttachment() override;
+
+    /// attachInstance for an instance of the scene.
+    bool attach(MetaObject& instance) override;
+    /// detachInstance.
+    void detach(MetaObject& instance) override;
+    /// changeInstanceFile for an instance of the scene.
+    bool changeFile(MetaObject& instance, const QString& file) override;
     SceneObjectsAttachment(const SceneObjectsAttachment&) = delete;
     SceneObjectsAttachment& operator=(const SceneObjectsAttachment&) = delete;
 

@@ -5,6 +5,8 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QImageReader>
+#include <QStringList>
 
 #include <string>
 
@@ -54,6 +56,16 @@ bool writeFile(const std::string& path, const std::string& content)
     }
     return true;
 }
+// A file dialog filter of the image formats this build reads:
+// "Image files (*.bmp *.gif *.jpg ...)".
+std::string getSupportedImageFormatsFilter()
+{
+    QStringList patterns;
+    for (const QByteArray& format : QImageReader::supportedImageFormats())
+        patterns << QStringLiteral("*.%1").arg(QString::fromLatin1(format).toLower());
+    patterns.removeDuplicates();
+    return QStringLiteral("Image files (%1)").arg(patterns.join(QLatin1Char(' '))).toStdString();
+}
 } // namespace
 
 void registerFileFunctions(ScriptRegistrar& reg)
@@ -62,4 +74,5 @@ void registerFileFunctions(ScriptRegistrar& reg)
     reg.global("bool fileExists(const string &in)", asFUNCTION(fileExists), asCALL_CDECL);
     reg.global("string readFile(const string &in)", asFUNCTION(readFile), asCALL_CDECL);
     reg.global("bool writeFile(const string &in, const string &in)", asFUNCTION(writeFile), asCALL_CDECL);
+    reg.global("string getSupportedImageFormatsFilter()", asFUNCTION(getSupportedImageFormatsFilter), asCALL_CDECL);
 }

@@ -10,6 +10,7 @@
 
 #include <angelscript/scriptarray.h>
 
+#include <algorithm>
 #include <cmath>
 
 using namespace AngelScript;
@@ -240,6 +241,45 @@ void setBool(MetaItem& item, const char* setter, bool& field, bool value)
     field = value;
     record<SetItemPropertyIntCommand>(scriptGetterName(item.kind()), QLatin1String(setter), item.id(),
                                       qint64(!value), qint64(value));
+}
+
+void setString(MetaItem& item, const char* setter, QString& field, const QString& value)
+{
+    if (field == value)
+        return;
+    const QString old = field;
+    field = value;
+    record<SetItemPropertyStringCommand>(scriptGetterName(item.kind()), QLatin1String(setter), item.id(), old, value);
+}
+
+void setColor(MetaItem& item, const char* setter, Color& field, Color value)
+{
+    if (field == value)
+        return;
+    const Color old = field;
+    field = value;
+    record<SetItemPropertyColorCommand>(scriptGetterName(item.kind()), QLatin1String(setter), item.id(), old, value);
+}
+
+void setBodyRef(MetaItem& item, const char* setter, MetaBody*& field, MetaBody* value)
+{
+    if (field == value)
+        return;
+    const quint64 old = field ? field->id() : 0;
+    field = value;
+    record<SetItemPropertyUintCommand>(scriptGetterName(item.kind()), QLatin1String(setter), item.id(), old,
+                                       quint64(value ? value->id() : 0));
+}
+
+Color toColor(const ScriptColor& c)
+{
+    auto channel = [](float v) { return std::isfinite(v) ? int(std::lround(std::clamp(v, 0.0f, 1.0f) * 255)) : 0; };
+    return {channel(c.r), channel(c.g), channel(c.b), channel(c.a)};
+}
+
+ScriptColor toScript(const Color& c)
+{
+    return {float(c.r) / 255.0f, float(c.g) / 255.0f, float(c.b) / 255.0f, float(c.a) / 255.0f};
 }
 
 void setName(MetaItem& item, const QString& name)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "editing/scriptcommand.h"
+#include "script/scriptcolor.h"
 #include "script/scriptdocument.h"
 #include "script/scripthandles.h"
 
@@ -102,6 +103,22 @@ void setVec(MetaItem& item, const char* setter, Vec2& field, Vec2 value);
 void setInt(MetaItem& item, const char* setter, int& field, int value);
 /// As setFloat, for a flag written as 0 or 1.
 void setBool(MetaItem& item, const char* setter, bool& field, bool value);
+
+/// As setFloat, for a text (recorded with SetItemPropertyStringCommand).
+void setString(MetaItem& item, const char* setter, QString& field, const QString& value);
+/// As setFloat, for a colour (recorded with SetItemPropertyColorCommand).
+void setColor(MetaItem& item, const char* setter, Color& field, Color value);
+/// As setFloat, for a reference to a body (recorded with the body's id, 0
+/// for none, through SetItemPropertyUintCommand).
+void setBodyRef(MetaItem& item, const char* setter, MetaBody*& field, MetaBody* value);
+
+/// A script colour (0..1 floats, clamped; NaN as 0) as 0..255 channels.
+Color toColor(const ScriptColor& color);
+/// 0..255 channels as a script colour.
+ScriptColor toScript(const Color& color);
+/// Vectors between the script and the model.
+inline Vec2 toVec(ScriptVec2 v) { return {v.x, v.y}; }
+inline ScriptVec2 toScript(Vec2 v) { return {v.x, v.y}; }
 
 /// Renames an item through the rename command (names that a scene file
 /// cannot carry are refused).

@@ -5,6 +5,7 @@
 #include <QString>
 
 class DocumentScripting;
+class ObjectInstanceHost;
 
 /// A document as the script layer sees it: an edit host with a script
 /// engine, an identity for module names and a file for the script log. The
@@ -19,9 +20,18 @@ public:
     /// Absolute path of the scene file, empty for a new scene.
     virtual const QString& filePath() const = 0;
 
+    /// What keeps the scene's object instances attached to their files, or
+    /// null while nothing does (a document of its own, a test).
+    ObjectInstanceHost* objectInstanceHost() const { return m_objectInstanceHost; }
+    /// Registers (or clears with null) the host; the object layer calls it.
+    void setObjectInstanceHost(ObjectInstanceHost* host) { m_objectInstanceHost = host; }
+
     /// The document whose script is building or executing now, null
     /// otherwise. Every script API function acts on this document.
     static ScriptDocument* s_currentScriptContextDocument;
+
+private:
+    ObjectInstanceHost* m_objectInstanceHost = nullptr;
 };
 
 /// Makes a document the current script document for a scope, so that code

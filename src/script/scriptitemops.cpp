@@ -6,10 +6,12 @@
 #include "editing/vertexcommands.h"
 #include "io/recordtext.h"
 #include "model/metaworld.h"
+#include "script/objectinstancehost.h"
 #include "script/scriptapisupport.h"
 
 #include <QCoreApplication>
 
+#include <memory>
 #include <vector>
 
 namespace ItemOps
@@ -45,6 +47,18 @@ void recordAdd(Item* item)
 void deselectForDelete(MetaItem& item)
 {
     ScriptApi::setSelected(item, false);
+}
+
+ObjectInstanceHost* objectHost()
+{
+    ScriptDocument* doc = ScriptApi::document();
+    return doc ? doc->objectInstanceHost() : nullptr;
+}
+
+void attachObject(MetaObject* object)
+{
+    if (ObjectInstanceHost* host = objectHost(); host && object)
+        host->attach(*object);
 }
 } // namespace
 
@@ -118,7 +132,47 @@ MetaObject* addObject(ItemId id, const QString& json)
         return nullptr;
     MetaObject* object = readObjectJson(*world, json, id);
     recordAdd<MetaObject, AddObjectCommand>(object);
+    attachObject(object);
     return object;
+}
+
+MetaImage* addNewImage(const QString& file, Vec2 center)
+{
+    MetaWorld* world = ScriptApi::world();
+    if (!world)
+        return nullptr;
+    auto image = std::make_unique<MetaImage>();
+    image->file = file;
+    image->center = center;
+    MetaImage* added = world->addImage(std::move(image), 0, world->uniqueName(ItemKind::Image));
+    recordAdd<MetaImage, AddImageCommand>(added);
+    return added;
+}
+
+MetaSampler* addNewSampler(Vec2 center)
+{
+    MetaWorld* world = ScriptApi::world();
+    if (!world)
+        return nullptr;
+    auto sampler = std::make_unique<MetaSampler>();
+    sampler->center = center;
+    MetaSampler* added = world->addSampler(std::move(sampler), 0, world->uniqueName(ItemKind::Sampler));
+    recordAdd<MetaSampler, AddSamplerCommand>(added);
+    return added;
+}
+
+MetaObject* addNewObject(const QString& file, Vec2 position)
+{
+    MetaWorld* world = ScriptApi::world();
+    if (!world)
+        return nullptr;
+    auto object = std::make_unique<MetaObject>();
+    object->file = file;
+    object->position = position;
+    MetaObject* added = world->addObject(std::move(object), 0, world->uniqueName(ItemKind::Object));
+    recordAdd<MetaObject, AddObjectCommand>(added);
+    attachObject(added);
+    return added;
 }
 
 void deleteBody(MetaBody& body)
@@ -225,6 +279,8 @@ void deleteObject(MetaObject& object)
         return;
     deselectForDelete(object);
     ScriptApi::record<DeleteObjectCommand>(object.id(), recordText(object));
+    if (ObjectInstanceHost* host = objectHost())
+        host->detach(object);
     world->removeObject(&object);
 }
 } // namespace ItemOps

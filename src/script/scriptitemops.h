@@ -32,8 +32,17 @@ MetaJoint* addJoint(ItemId id, const QString& json);
 MetaImage* addImage(ItemId id, const QString& json);
 /// Adds a sampler from record text.
 MetaSampler* addSampler(ItemId id, const QString& json);
-/// Adds an object instance from record text.
+/// Adds an object instance from record text and attaches it to its file
+/// (through the document's object instance host, when it has one).
 MetaObject* addObject(ItemId id, const QString& json);
+
+/// Adds a new image of a file centred at a world point, one unit high,
+/// with a fresh id and name (recorded as an add).
+MetaImage* addNewImage(const QString& file, Vec2 center);
+/// Adds a new sampler centred at a world point, without a file.
+MetaSampler* addNewSampler(Vec2 center);
+/// Adds a new instance of an object file at a world point and attaches it.
+MetaObject* addNewObject(const QString& file, Vec2 position);
 
 /// Deletes a body: first its joints, fixtures, images and samplers, each
 /// with its own command, then the body itself.
@@ -46,6 +55,6 @@ void deleteJoint(MetaJoint& joint);
 void deleteImage(MetaImage& image);
 /// Deletes a sampler.
 void deleteSampler(MetaSampler& sampler);
-/// Deletes an object instance.
+/// Deletes an object instance, releasing its object document first.
 void deleteObject(MetaObject& object);
 } // namespace ItemOps

@@ -2,6 +2,7 @@
 
 #include "base/log.h"
 #include "editing/editorstate.h"
+#include "editing/scripttext.h"
 #include "editing/selection.h"
 #include "io/jsontext.h"
 #include "model/metaworld.h"
@@ -11,7 +12,10 @@
 #include "script/scriptfixture.h"
 #include "script/scriptitemops.h"
 #include "script/scriptkinds.h"
+#include "script/scriptpath.h"
 #include "script/scriptregistrar.h"
+#include "sampling/pathfixture.h"
+#include "sampling/samplerframe.h"
 
 #include <rapidjson/document.h>
 
@@ -471,35 +475,30 @@ void stepBodies(const CScriptArray& bodies, int steps)
     }
 }
 
-ScriptFixture createFixture(const ScriptBody& bodyHandle, const ScriptPath& path)
+// A fixture on a body made from a sampler's path (see sampling/pathfixture.h).
+ScriptFixture createFixture(const ScriptBody& bodyHandle, const ScriptPath& pathHandle)
 {
     MetaWorld* world = ScriptApi::world();
     MetaBody* body = ScriptApi::use(bodyHandle);
-    MetaSampler* sampler = path.valid && world ? world->findSampler(path.sampler) : nullptr;
-    if (!body || !sampler || path.index < 0 || size_t(path.index) >= sampler->paths.size()) {
-        plaxLog(LOG_ERROR, "createFixture needs a valid body and path");
+    if (!body)
+        return {};
+    MetaSampler* sampler = nullptr;
+    const MetaPath* path = PathApi::use(pathHandle, &sampler);
+    if (!path)
+        return {};
+    const PathShape shape = pathToShape(*path, SamplerFrame::of(*sampler), body);
+    if (!shape.error.isEmpty()) {
+        plaxLog(LOG_WARNING, QStringLiteral("createFixture: %1").arg(shape.error));
         return {};
     }
-    const MetaPath& p = sampler->paths[size_t(path.index)];
-    const int type = p.type < 0 ? SHAPE_POLYGON : p.type;
-    const size_t needed = type == SHAPE_POLYGON || type == SHAPE_LOOP ? 3 : type == SHAPE_LINE ? 2 : 1;
-    if (p.controlPoints.size() < needed) {
-        plaxLog(LOG_WARNING, "createFixture: a %s needs at least %d points; the path has %d",
-                qPrintable(MetaShape::typeWord(type)), int(needed), int(p.controlPoints.size()));
-        return {};
-    }
-    // Control points are in the sampler's frame (its centre and angle, on its body).
-    const Frame samplerFrame{frameOf(sampler->body).toWorld(sampler->center), frameOf(sampler->body).angle + sampler->angle};
-    const Frame target = frameOf(body);
     QStringList xs, ys;
-    for (const Vec2& c : p.controlPoints) {
-        const Vec2 local = target.toLocal(samplerFrame.toWorld(c));
-        xs << QString::number(double(local.x), 'g', 9);
-        ys << QString::number(double(local.y), 'g', 9);
+    for (const Vec2& v : shape.vertices) {
+        xs << scriptFloat(v.x);
+        ys << scriptFloat(v.y);
     }
     const QString json = QStringLiteral(R"({"name":"%1","density":1,"shapes":[{"type":"%2","radius":%3,"vertices":{"x":[%4],"y":[%5]}}]})")
-                             .arg(world->uniqueName(ItemKind::Fixture), MetaShape::typeWord(type),
-                                  QString::number(double(p.radius), 'g', 9), xs.join(','), ys.join(','));
+                             .arg(world->uniqueName(ItemKind::Fixture), MetaShape::typeWord(shape.type),
+                                  scriptFloat(shape.radius), xs.join(','), ys.join(','));
     return ScriptApi::fixtureHandle(ItemOps::addFixture(*body, 0, json));
 }
 
@@ -528,6 +527,58 @@ void registerDuplicateFor(ScriptRegistrar& reg, const char* type, bool withFlag)
     if (withFlag) {
         reg.global(decl("%T duplicate(const %T &in, bool)").c_str(), asFUNCTION(D::singleSelecting), asCALL_CDECL);
         reg.global(decl("%T[]@ duplicate(const %T[] &in, bool)").c_str(), asFUNCTION(D::many), asCALL_CDECL);
+    }
+}
+
+template <class Handle>
+std::vector<Handle> selectedHandles(ItemKind kind)
+{
+    std::vector<Handle> handles;
+    ScriptDocument* doc = ScriptApi::document();
+    for (ItemId id : doc->selection().items(kind))
+        if (auto* item = static_cast<typename HandleKind<Handle>::Item*>(doc->world().findItem(kind, id)))
+            handles.push_back(HandleKind<Handle>::handle(item));
+    return handles;
+}
+
+template <class Handle>
+void transformHandles(const std::vector<Handle>& handles, TransformApi::Operation operation, int pivotMode, float a,
+                      float b)
+{
+    switch (operation) {
+    case TransformApi::Operation::Translate: Ops<Handle>::translateAll(handles, {a, b}); break;
+    case TransformApi::Operation::Rotate: Ops<Handle>::rotateAll(handles, pivotMode, a); break;
+    case TransformApi::Operation::Scale: Ops<Handle>::scaleAll(handles, pivotMode, a, b); break;
+    }
+}
+
+void transformJoints(const std::vector<ScriptJoint>& joints, TransformApi::Operation operation, int pivotMode, float a,
+                     float b)
+{
+    switch (operation) {
+    case TransformApi::Operation::Translate: JointOps::translateAll(joints, 2, {a, b}); break;
+    case TransformApi::Operation::Rotate: JointOps::rotateAll(joints, 2, pivotMode, a); break;
+    case TransformApi::Operation::Scale: {
+        if (!usable(a, "scale") || !usable(b, "scale"))
+            return;
+        Vec2 group;
+        int count = 0;
+        for (const ScriptJoint& h : joints)
+            if (MetaJoint* j = ScriptApi::use(h)) {
+                group = group + JointOps::center(*j);
+                ++count;
+            }
+        if (count)
+            group = group * (1.0f / float(count));
+        for (const ScriptJoint& h : joints)
+            if (MetaJoint* j = ScriptApi::use(h)) {
+                const Vec2 pivot = pivotMode == 2 ? cursor() : pivotMode == 1 ? group : JointOps::center(*j);
+                JointOps::moveAnchors(*j, 2, [&](Vec2 w) {
+                    return Vec2{pivot.x + (w.x - pivot.x) * a, pivot.y + (w.y - pivot.y) * b};
+                });
+            }
+        break;
+    }
     }
 }
 
@@ -579,6 +630,50 @@ ScriptVec2 getSelectionCenter(int mode)
     if (count == 0)
         return {};
     return {sum.x / float(count), sum.y / float(count)};
+}
+
+void transformSelection(int mode, Operation operation, int pivotMode, float a, float b)
+{
+    ScriptDocument* doc = ScriptApi::document();
+    if (!doc)
+        return;
+    switch (mode) {
+    case 0: transformHandles(selectedHandles<ScriptBody>(ItemKind::Body), operation, pivotMode, a, b); break;
+    case 1: transformHandles(selectedHandles<ScriptFixture>(ItemKind::Fixture), operation, pivotMode, a, b); break;
+    case 2: {
+        std::vector<ScriptVertex> vertices;
+        for (const Selection::VertexRef& v : doc->selection().vertices())
+            if (MetaFixture* f = doc->world().findFixture(v.fixture))
+                vertices.push_back(ScriptApi::vertexHandle(f, v.index));
+        transformHandles(vertices, operation, pivotMode, a, b);
+        break;
+    }
+    case 3: transformJoints(selectedHandles<ScriptJoint>(ItemKind::Joint), operation, pivotMode, a, b); break;
+    case 4: transformHandles(selectedHandles<ScriptImage>(ItemKind::Image), operation, pivotMode, a, b); break;
+    case 5: transformHandles(selectedHandles<ScriptSampler>(ItemKind::Sampler), operation, pivotMode, a, b); break;
+    case 6: transformHandles(selectedHandles<ScriptObject>(ItemKind::Object), operation, pivotMode, a, b); break;
+    default: break;
+    }
+}
+
+int duplicateSelection(int mode)
+{
+    const auto copies = [](auto handles) {
+        using Handle = typename decltype(handles)::value_type;
+        int made = 0;
+        for (const Handle& h : handles)
+            made += Duplicate<Handle>::one(h, true).valid ? 1 : 0;
+        return made;
+    };
+    switch (mode) {
+    case 0: return copies(selectedHandles<ScriptBody>(ItemKind::Body));
+    case 1: return copies(selectedHandles<ScriptFixture>(ItemKind::Fixture));
+    case 3: return copies(selectedHandles<ScriptJoint>(ItemKind::Joint));
+    case 4: return copies(selectedHandles<ScriptImage>(ItemKind::Image));
+    case 5: return copies(selectedHandles<ScriptSampler>(ItemKind::Sampler));
+    case 6: return copies(selectedHandles<ScriptObject>(ItemKind::Object));
+    default: return 0;
+    }
 }
 
 void registerTransforms(ScriptRegistrar& reg)

@@ -22,6 +22,27 @@ namespace TransformApi
 /// vertices, 3 joints, 4 images, 5 samplers, 6 objects.
 ScriptVec2 getSelectionCenter(int mode);
 
+/// What transformSelection does.
+enum class Operation
+{
+    Translate,
+    Rotate,
+    Scale,
+};
+
+/// Transforms the selected items of an edit mode (indices as for
+/// getSelectionCenter) through the same recorded setters the script
+/// functions use: translate by (a, b), rotate by the angle a, scale by the
+/// factors (a, b). `pivotMode` is that of rotate and scale (0 each item's
+/// own centre, 1 the centre of the selection, 2 the cursor). Joints move
+/// both anchors; scaling joints scales the anchors' distances to the pivot.
+void transformSelection(int mode, Operation operation, int pivotMode, float a, float b = 0);
+
+/// Duplicates the selected items of an edit mode in place (fresh ids and
+/// names) through the script API's duplicate, selecting the copies instead of
+/// the originals; returns how many were made. Vertices are not duplicated.
+int duplicateSelection(int mode);
+
 /// Registers translate, rotate and scale for every handle type and array.
 void registerTransforms(ScriptRegistrar& reg);
 /// Registers duplicate for every handle type and array, and step.

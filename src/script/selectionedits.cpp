@@ -1,13 +1,20 @@
 #include "script/selectionedits.h"
 
 #include "base/log.h"
+#include "base/notify.h"
 #include "editing/scriptcommand.h"
 #include "editing/selection.h"
+#include "io/jsontext.h"
 #include "model/metaworld.h"
 #include "script/scriptapisupport.h"
 #include "script/scriptcustomprops.h"
 #include "script/scriptfixture.h"
 #include "script/scriptitemops.h"
+#include "script/scriptjoint.h"
+#include "script/scriptplacedapi.h"
+#include "sampling/samplerframe.h"
+
+#include <rapidjson/document.h>
 
 #include <QCoreApplication>
 
@@ -178,6 +185,127 @@ void clearSelection(ScriptDocument& document)
     for (const Selection::VertexRef& v : snapshot.vertices()) {
         ScriptVertex h = ScriptApi::vertexHandle(document.world().findFixture(v.fixture), v.index);
         VertexApi::deselect(&h);
+    }
+}
+
+namespace
+{
+// Attaches an image or sampler to a body, keeping its world placement.
+template <class Handle, class Item>
+void reattach(Item& item, MetaBody* body)
+{
+    const Vec2 world = bodyToWorld(item.body, item.center);
+    const float angle = (item.body ? item.body->angle : 0.0f) + item.angle;
+    Handle h = PlacedApi<Handle, Item>::handleOf(item);
+    PlacedApi<Handle, Item>::setBodyId(&h, body ? int(body->id()) : 0);
+    if (item.body != body)
+        return;
+    PlacedApi<Handle, Item>::setCenterV(&h, ScriptApi::toScript(worldToBody(body, world)));
+    PlacedApi<Handle, Item>::setAngle(&h, angle - (body ? body->angle : 0.0f));
+}
+} // namespace
+
+namespace
+{
+void swapMembers(rapidjson::Document& record, const char* first, const char* second)
+{
+    auto& alloc = record.GetAllocator();
+    rapidjson::Value a, b;
+    if (auto it = record.FindMember(first); it != record.MemberEnd())
+        a.CopyFrom(it->value, alloc);
+    if (auto it = record.FindMember(second); it != record.MemberEnd())
+        b.CopyFrom(it->value, alloc);
+    record.RemoveMember(first);
+    record.RemoveMember(second);
+    if (!b.IsNull())
+        record.AddMember(rapidjson::StringRef(first), b, alloc);
+    if (!a.IsNull())
+        record.AddMember(rapidjson::StringRef(second), a, alloc);
+}
+
+// Exchanges a joint's bodies (with their anchors). A joint cannot hold the
+// same body twice even for a moment, so the exchange is recorded as the
+// joint deleted and added again under its id with the bodies switched.
+bool switchJointBodies(MetaJoint& joint)
+{
+    rapidjson::Document record;
+    QString error;
+    if (!parseJson(ItemOps::recordText(joint).toUtf8(), &record, &error) || !record.IsObject())
+        return false;
+    swapMembers(record, "bodyA", "bodyB");
+    swapMembers(record, "anchorA", "anchorB");
+    const ItemId id = joint.id();
+    const bool selected = ScriptApi::isSelected(joint);
+    ItemOps::deleteJoint(joint);
+    MetaJoint* added = ItemOps::addJoint(id, QString::fromUtf8(jsonToText(record, false)));
+    if (added && selected)
+        ScriptApi::setSelected(*added, true);
+    return added != nullptr;
+}
+} // namespace
+
+void setBodyOfSelected(ScriptDocument& document, ItemKind kind, ItemId bodyId)
+{
+    if (kind != ItemKind::Image && kind != ItemKind::Sampler) {
+        plaxLog(LOG_WARNING, "Tried to set body of non-image meta item");
+        return;
+    }
+    const char* word = kind == ItemKind::Image ? "image" : "sampler";
+    MetaBody* body = bodyId ? document.world().findBody(bodyId) : nullptr;
+    if (bodyId && !body) {
+        plaxLog(LOG_WARNING, QStringLiteral("Could not find body of id %1 to set for %2.").arg(bodyId).arg(QLatin1String(word)));
+        return;
+    }
+    const std::vector<ItemId> ids = document.selection().items(kind);
+    ScriptDocumentScope scope(&document);
+    UndoMacroScope macro(document.undoStack(),
+                         tr("set body of %1 %2").arg(ids.size()).arg(kindWord(kind, qsizetype(ids.size()))));
+    for (ItemId id : ids) {
+        if (kind == ItemKind::Image) {
+            if (MetaImage* image = document.world().findImage(id))
+                reattach<ScriptImage>(*image, body);
+        } else if (MetaSampler* sampler = document.world().findSampler(id)) {
+            reattach<ScriptSampler>(*sampler, body);
+        }
+    }
+}
+
+void setJointBodyOfSelected(ScriptDocument& document, bool bodyA, ItemId bodyId)
+{
+    MetaBody* body = document.world().findBody(bodyId);
+    if (!body) {
+        plaxLog(LOG_ERROR, "Could not find id for new body being set in joint");
+        return;
+    }
+    const std::vector<ItemId> ids = document.selection().items(ItemKind::Joint);
+    ScriptDocumentScope scope(&document);
+    UndoMacroScope macro(document.undoStack(), tr("set body %1 of %2 %3")
+                                                   .arg(QLatin1String(bodyA ? "A" : "B"))
+                                                   .arg(ids.size())
+                                                   .arg(kindWord(ItemKind::Joint, qsizetype(ids.size()))));
+    for (ItemId id : ids) {
+        MetaJoint* joint = document.world().findJoint(id);
+        if (!joint)
+            continue;
+        ScriptJoint h = ScriptApi::jointHandle(joint);
+        MetaBody* other = bodyA ? joint->bodyB : joint->bodyA;
+        if (body != other) {
+            if (bodyA)
+                JointApi::setBodyA(&h, int(bodyId));
+            else
+                JointApi::setBodyB(&h, int(bodyId));
+            continue;
+        }
+        plaxLog(LOG_ERROR, "Cannot set same body for both bodyA and bodyB of joint.");
+        const QString question = tr("The same body cannot be set for both bodies of a joint.\nWould you like to "
+                                    "switch bodyA and bodyB for joint '%1'?")
+                                     .arg(joint->name());
+        if (!UserNotifier::ask(tr("Invalid joint setting"), question, false))
+            continue;
+        if (!switchJointBodies(*joint))
+            continue;
+        joint = document.world().findJoint(id);
+        plaxLog(LOG_INFO, QStringLiteral("Switched body A and B for joint %1 (id: %2)").arg(joint->name()).arg(id));
     }
 }
 

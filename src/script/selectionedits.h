@@ -55,6 +55,21 @@ void setVerticesSelected(ScriptDocument& document, const std::vector<std::pair<I
 /// Deselects everything of every kind: "item deselection".
 void clearSelection(ScriptDocument& document);
 
+/// Attaches the selected images or samplers (`kind`) to a body, keeping
+/// each where it is in the world: "set body of %1 %2". Body 0 detaches
+/// them. A body that cannot be found logs "Could not find body of id %1 to
+/// set for image." (or "for sampler.") and changes nothing; any other kind
+/// logs "Tried to set body of non-image meta item" (or "non-sampler").
+void setBodyOfSelected(ScriptDocument& document, ItemKind kind, ItemId body);
+
+/// Sets body A (`bodyA` true) or B of the selected joints: "set body %1 of
+/// %2 %3" with "A" or "B", the count and "joint"/"joints". Where the new
+/// body is the joint's other body, the user is asked (through
+/// UserNotifier::ask, "Invalid joint setting") whether to switch the
+/// joint's bodies; without an interactive user the answer is no and the
+/// joint stays as it was.
+void setJointBodyOfSelected(ScriptDocument& document, bool bodyA, ItemId body);
+
 /// Sets a custom property on the selected items of a kind:
 /// "set custom property '%1'".
 void setCustomProperty(ScriptDocument& document, ItemKind kind, const QString& name, const CustomValue& value);

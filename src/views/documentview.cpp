@@ -18,6 +18,7 @@ void DocumentView::closeEvent(QCloseEvent* event)
         event->ignore();
         return;
     }
+    aboutToClose();
     m_closed = true;
     event->accept();
     emit documentViewClosing(this);

@@ -35,6 +35,11 @@ signals:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    /// Called once when the view closes, before the closing is announced
+    /// (the document may go away right after): views drop what they hold of it.
+    virtual void aboutToClose() {}
+    /// True once the view has closed; its document may be gone.
+    bool isClosed() const { return m_closed; }
 
 private:
     EditorDocument& m_document;

@@ -1,16 +1,32 @@
 #include "views/editorview.h"
 
+#include "base/settings.h"
 #include "document/editordocument.h"
+#include "document/imagedata.h"
+#include "editing/scriptcommand.h"
 #include "model/metaworld.h"
-#include "script/scriptapisupport.h"
-#include "script/scriptbody.h"
-#include "script/scriptfixture.h"
-#include "views/hittest.h"
+#include "script/creationedits.h"
+#include "script/hookevents.h"
+#include "script/scriptdocument.h"
+#include "script/scripthookdata.h"
+#include "script/scriptworld.h"
+#include "views/drawtool.h"
+#include "views/labelpainter.h"
+#include "views/selecttool.h"
+#include "views/shapegeometry.h"
 #include "views/texturecache.h"
+#include "views/transformtool.h"
 
+#include <QDragEnterEvent>
+#include <QDropEvent>
 #include <QElapsedTimer>
+#include <QFileInfo>
+#include <QImageReader>
+#include <QKeyEvent>
+#include <QMimeData>
 #include <QMouseEvent>
 #include <QOpenGLContext>
+#include <QPainter>
 #include <QWheelEvent>
 
 #include <algorithm>
@@ -22,23 +38,45 @@ namespace
 constexpr double kHitPixels = 4;
 // Zoom per wheel notch.
 constexpr double kWheelZoom = 1.15;
+// A right click that moves less than this opens the context menu.
+constexpr double kClickPixels = 4;
+// Fixtures drawn smaller than this many pixels use the coarse drawing.
+constexpr double kCoarseBelowPixels = 24;
+
+bool isSceneFile(const QString& path)
+{
+    const QString suffix = QFileInfo(path).suffix().toLower();
+    return suffix == QLatin1String("plax") || suffix == QLatin1String("json");
+}
+
+bool isImageFile(const QString& path)
+{
+    return !QImageReader::imageFormat(path).isEmpty();
+}
 } // namespace
 
 EditorView::EditorView(EditorDocument& document, std::shared_ptr<TextureCache> textures, QWidget* parent)
-    : DocumentView(document, parent), m_textures(std::move(textures)), m_colors(ViewColors::fromSettings())
+    : DocumentView(document, parent), m_textures(std::move(textures)), m_colors(ViewColors::fromSettings()),
+      m_snap(SnapSettings::fromSettings())
 {
+    setObjectName(QStringLiteral("EditorView"));
+    setAccessibleName(tr("Scene editor view"));
     setMouseTracking(true);
     setFocusPolicy(Qt::StrongFocus);
+    setAcceptDrops(true);
     setMinimumSize(64, 48);
     const EditorState& state = document.editorState();
     m_camera.center = state.viewCenter;
     m_camera.height = state.viewHeight > 0 ? state.viewHeight : 20;
     m_fitPending = true;
+    m_showLabels = openAppSettings()->value(QLatin1String(kShowLabelsKey), true).toBool();
+    m_tool = std::make_unique<SelectTool>(*this);
     connect(&document.undoStack(), &QUndoStack::indexChanged, this, [this] { sceneChanged(); });
 }
 
 EditorView::~EditorView()
 {
+    m_tool.reset();
     if (context()) {
         context()->disconnect(this);
         makeCurrent();
@@ -82,15 +120,38 @@ void EditorView::fitToScene()
 void EditorView::sceneChanged()
 {
     m_geometryDirty = true;
+    m_typicalSizeDirty = true;
+    m_picker.clear();
     update();
+}
+
+void EditorView::previewChanged()
+{
+    sceneChanged();
+}
+
+int EditorView::wantedCircleSegments() const
+{
+    // Zoomed out so far that a typical fixture covers only a few pixels, the
+    // coarse drawing looks the same and draws far fewer triangles.
+    const double pixels = double(m_typicalFixtureSize) / std::max(m_camera.worldPerPixel(), 1e-12);
+    return m_typicalFixtureSize > 0 && pixels < kCoarseBelowPixels ? ShapeTessellator::kCoarseCircleSegments
+                                                                   : ShapeTessellator::kCircleSegments;
 }
 
 const SceneGeometry& EditorView::geometry()
 {
+    if (!m_geometryDirty && m_geometry.circleSegments != wantedCircleSegments())
+        m_geometryDirty = true;
     if (m_geometryDirty) {
         QElapsedTimer timer;
         timer.start();
-        m_geometry = SceneGeometry::build(document().world(), document().selection(), m_colors, document().filePath());
+        if (m_typicalSizeDirty) {
+            m_typicalFixtureSize = SceneGeometry::measureTypicalFixtureSize(document().world());
+            m_typicalSizeDirty = false;
+        }
+        SceneGeometry::rebuild(m_geometry, document().world(), document().selection(), m_colors, document().filePath(),
+                               wantedCircleSegments());
         m_buildMs = double(timer.nsecsElapsed()) / 1e6;
         m_geometryDirty = false;
         m_uploadDirty = true;
@@ -98,8 +159,44 @@ const SceneGeometry& EditorView::geometry()
     return m_geometry;
 }
 
+const ScenePicker& EditorView::picker()
+{
+    if (!m_picker.isBuilt())
+        m_picker.build(document().world());
+    return m_picker;
+}
+
+EditMode EditorView::editMode() const
+{
+    return editModeFromWord(document().editorState().editMode);
+}
+
+void EditorView::setEditMode(EditMode mode)
+{
+    if (m_tool)
+        m_tool->cancel();
+    setTool(nullptr);
+    document().editorState().editMode = editModeWord(mode);
+    emit editModeChanged(mode);
+    update();
+}
+
+float EditorView::pickTolerance() const
+{
+    return float(kHitPixels * m_camera.worldPerPixel());
+}
+
+void EditorView::reloadSettings()
+{
+    m_colors = ViewColors::fromSettings();
+    m_snap = SnapSettings::fromSettings();
+    sceneChanged();
+}
+
 void EditorView::cameraChanged()
 {
+    if (isClosed())
+        return;
     EditorState& state = document().editorState();
     state.viewCenter = m_camera.center;
     state.viewHeight = m_camera.height;
@@ -150,6 +247,8 @@ void EditorView::resizeGL(int width, int height)
 
 void EditorView::paintGL()
 {
+    if (isClosed())
+        return;
     adoptScriptedView();
     geometry();
     if (m_textures && m_textures->refresh())
@@ -158,41 +257,150 @@ void EditorView::paintGL()
         m_renderer.upload(m_geometry, *m_textures);
         m_uploadDirty = false;
     }
-    m_renderer.paint(m_camera, m_colors, document().editorState().cursor);
+    m_renderer.paint(m_camera, m_colors, document().editorState().cursor, defaultFramebufferObject());
+    m_labelCount = 0;
+    const bool labels = m_showLabels && !m_geometry.labels.empty();
+    if (!labels && !m_tool)
+        return;
+    QPainter painter(this);
+    // The scene was drawn with raw OpenGL: hand the state back to the painter.
+    painter.beginNativePainting();
+    painter.endNativePainting();
+    painter.setRenderHint(QPainter::TextAntialiasing);
+    if (labels) {
+        const ItemKind kind = editModeItemKind(editMode());
+        m_labelCount = LabelPainter::paint(painter, m_camera, m_geometry.labels, kind, m_colors.label, m_colors.selection);
+    }
+    if (m_tool) {
+        painter.setRenderHint(QPainter::Antialiasing);
+        m_tool->paintOverlay(painter);
+    }
+}
+
+void EditorView::setTool(std::unique_ptr<ViewTool> tool)
+{
+    // The old tool may be the caller: it is kept until the next event.
+    m_retiredTool = std::move(m_tool);
+    m_tool = tool ? std::move(tool) : std::make_unique<SelectTool>(*this);
+    toolChanged();
+}
+
+void EditorView::toolChanged()
+{
+    // A tool that ends leaves the last message (its result) in place.
+    const QString text = m_tool->statusText();
+    if (!text.isEmpty())
+        emit statusMessage(text, 0);
+    update();
+}
+
+QString EditorView::stateName() const
+{
+    return m_tool ? m_tool->stateName() : QStringLiteral("editor_idle");
+}
+
+void EditorView::showStatus(const QString& text, int timeoutMs)
+{
+    emit statusMessage(text, timeoutMs);
+}
+
+void EditorView::startTransform(TransformApi::Operation operation, QPointF pixel, bool dragging)
+{
+    if (m_tool)
+        m_tool->cancel();
+    auto tool = std::make_unique<TransformTool>(*this, operation, pixel, dragging);
+    if (!tool->isActive()) {
+        setTool(nullptr);
+        showStatus(tool->refusal());
+        return;
+    }
+    setTool(std::move(tool));
+}
+
+void EditorView::startDrawing(int shapeType)
+{
+    if (m_tool)
+        m_tool->cancel();
+    setTool(std::make_unique<DrawTool>(*this, shapeType));
+}
+
+void EditorView::trackInput(QInputEvent* event, QPointF pixel)
+{
+    m_retiredTool.reset();
+    EditorState& state = document().editorState();
+    state.mousePos = m_camera.toWorld(pixel);
+    state.ctrlDown = event->modifiers().testFlag(Qt::ControlModifier);
+    state.altDown = event->modifiers().testFlag(Qt::AltModifier);
 }
 
 void EditorView::mousePressEvent(QMouseEvent* event)
 {
+    trackInput(event, event->position());
     m_lastDragPixel = event->position();
     if (event->button() == Qt::MiddleButton) {
         m_panning = true;
         setCursor(Qt::ClosedHandCursor);
         return;
     }
-    if (event->button() == Qt::LeftButton)
-        selectAt(event->position(), event->modifiers().testFlag(Qt::ShiftModifier));
+    if (event->button() == Qt::RightButton)
+        m_rightPressPixel = event->position();
+    if (m_tool->mousePress(event))
+        update();
 }
 
 void EditorView::mouseMoveEvent(QMouseEvent* event)
 {
-    EditorState& state = document().editorState();
-    state.mousePos = m_camera.toWorld(event->position());
-    state.ctrlDown = event->modifiers().testFlag(Qt::ControlModifier);
-    state.altDown = event->modifiers().testFlag(Qt::AltModifier);
+    trackInput(event, event->position());
     if (m_panning) {
         m_fitPending = false;
         m_camera.panByPixels(event->position() - m_lastDragPixel);
         m_lastDragPixel = event->position();
         cameraChanged();
+        return;
+    }
+    ViewTool* tool = m_tool.get();
+    if (tool->mouseMove(event)) {
+        const QString text = m_tool->statusText();
+        if (tool == m_tool.get() && !text.isEmpty())
+            emit statusMessage(text, 0);
+        update();
     }
 }
 
 void EditorView::mouseReleaseEvent(QMouseEvent* event)
 {
+    trackInput(event, event->position());
     if (event->button() == Qt::MiddleButton && m_panning) {
         m_panning = false;
         unsetCursor();
+        return;
     }
+    if (m_tool->mouseRelease(event)) {
+        update();
+        return;
+    }
+    if (event->button() == Qt::RightButton) {
+        const QPointF moved = event->position() - m_rightPressPixel;
+        if (std::hypot(moved.x(), moved.y()) >= kClickPixels)
+            return;
+        const Vec2 world = m_camera.toWorld(event->position());
+        if (event->modifiers().testFlag(Qt::ShiftModifier)) {
+            // Shift and a right click put the cursor there (one undo step).
+            ScriptDocumentScope scope(&document());
+            UndoMacroScope macro(document().undoStack(), tr("set cursor"));
+            WorldApi::setCursor(world.x, world.y);
+            update();
+            return;
+        }
+        emit contextMenuRequested(event->globalPosition().toPoint(), world);
+    }
+}
+
+void EditorView::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    trackInput(event, event->position());
+    if (m_tool->mouseDoubleClick(event))
+        update();
 }
 
 void EditorView::wheelEvent(QWheelEvent* event)
@@ -206,46 +414,111 @@ void EditorView::wheelEvent(QWheelEvent* event)
     event->accept();
 }
 
-void EditorView::selectAt(const QPointF& pixel, bool add)
+void EditorView::keyPressEvent(QKeyEvent* event)
 {
-    EditorDocument& doc = document();
-    const Vec2 point = m_camera.toWorld(pixel);
-    const float tolerance = float(kHitPixels * m_camera.worldPerPixel());
-    const bool fixtures = doc.editorState().editMode == QLatin1String("fixtures");
-    const ItemKind kind = fixtures ? ItemKind::Fixture : ItemKind::Body;
-    MetaFixture* hitFixture = HitTest::topmostFixture(doc.world(), point, tolerance);
-    const MetaItem* hit = fixtures ? static_cast<MetaItem*>(hitFixture)
-                                   : static_cast<MetaItem*>(hitFixture ? hitFixture->body() : nullptr);
-    const std::vector<ItemId> selected = doc.selection().items(kind);
-    bool changesSomething = hit && !doc.selection().contains(kind, hit->id());
-    for (ItemId id : selected) {
-        if (!add && (!hit || id != hit->id()))
-            changesSomething = true;
-    }
-    if (!changesSomething)
+    m_retiredTool.reset();
+    EditorState& state = document().editorState();
+    state.ctrlDown = event->modifiers().testFlag(Qt::ControlModifier);
+    state.altDown = event->modifiers().testFlag(Qt::AltModifier);
+    ViewTool* tool = m_tool.get();
+    if (tool->keyPress(event)) {
+        // A tool that ended in the handler has left its result in the status bar.
+        if (tool == m_tool.get())
+            emit statusMessage(m_tool->statusText(), 0);
+        update();
         return;
-    ScriptDocumentScope scope(&doc);
-    UndoMacroScope macro(doc.undoStack(), fixtures ? tr("fixture selection") : tr("body selection"));
-    if (!add) {
-        for (ItemId id : selected) {
-            if (hit && id == hit->id())
-                continue;
-            if (fixtures) {
-                ScriptFixture h = ScriptApi::fixtureHandle(doc.world().findFixture(id));
-                FixtureApi::deselect(&h);
-            } else {
-                ScriptBody h = ScriptApi::bodyHandle(doc.world().findBody(id));
-                BodyApi::deselect(&h);
+    }
+    const Qt::KeyboardModifiers modifiers = event->modifiers() & ~Qt::KeypadModifier;
+    if (modifiers == Qt::NoModifier) {
+        const QPointF mouse = mapFromGlobal(QCursor::pos());
+        switch (event->key()) {
+        case Qt::Key_G: startTransform(TransformApi::Operation::Translate, mouse, false); return;
+        case Qt::Key_R: startTransform(TransformApi::Operation::Rotate, mouse, false); return;
+        case Qt::Key_S: startTransform(TransformApi::Operation::Scale, mouse, false); return;
+        default: break;
+        }
+        // The mode keys work here too, whatever the window's shortcuts do.
+        for (int i = 0; i < kEditModeCount; ++i) {
+            if (event->key() == Qt::Key_A + (editModeKey(EditMode(i)) - 'A')) {
+                setEditMode(EditMode(i));
+                return;
             }
         }
-    }
-    if (hit && !doc.selection().contains(kind, hit->id())) {
-        if (fixtures) {
-            ScriptFixture h = ScriptApi::fixtureHandle(static_cast<const MetaFixture*>(hit));
-            FixtureApi::select(&h);
-        } else {
-            ScriptBody h = ScriptApi::bodyHandle(static_cast<const MetaBody*>(hit));
-            BodyApi::select(&h);
+        if (event->key() >= Qt::Key_0 && event->key() <= Qt::Key_9) {
+            HookEvents::raise(document(), ScriptHookEvent(SHE_KEY_0 + (event->key() - Qt::Key_0)), ScriptHookData());
+            update();
+            return;
         }
     }
+    DocumentView::keyPressEvent(event);
+}
+
+void EditorView::aboutToClose()
+{
+    // A running tool puts back what it previewed while the document exists.
+    if (m_tool)
+        m_tool->cancel();
+    m_retiredTool.reset();
+    m_tool = std::make_unique<SelectTool>(*this);
+}
+
+void EditorView::focusOutEvent(QFocusEvent* event)
+{
+    if (isClosed()) {
+        DocumentView::focusOutEvent(event);
+        return;
+    }
+    document().editorState().ctrlDown = false;
+    document().editorState().altDown = false;
+    DocumentView::focusOutEvent(event);
+}
+
+int EditorView::addImageFiles(const QStringList& files, Vec2 at, bool dropped)
+{
+    const auto images = CreationEdits::addImages(document(), files, at, dropped);
+    for (MetaImage* image : images)
+        refreshImageData(*image, document().filePath());
+    sceneChanged();
+    return int(images.size());
+}
+
+void EditorView::dragEnterEvent(QDragEnterEvent* event)
+{
+    for (const QUrl& url : event->mimeData()->urls()) {
+        if (url.isLocalFile()) {
+            event->acceptProposedAction();
+            return;
+        }
+    }
+}
+
+void EditorView::dropEvent(QDropEvent* event)
+{
+    QStringList images, scenes, ignored;
+    for (const QUrl& url : event->mimeData()->urls()) {
+        const QString path = url.toLocalFile();
+        if (path.isEmpty())
+            continue;
+        if (isSceneFile(path))
+            scenes.append(path);
+        else if (isImageFile(path))
+            images.append(path);
+        else
+            ignored.append(QFileInfo(path).fileName());
+    }
+    event->acceptProposedAction();
+    if (!images.isEmpty())
+        addImageFiles(images, m_camera.toWorld(event->position()), true);
+    if (!scenes.isEmpty())
+        emit sceneFilesDropped(scenes);
+    if (!ignored.isEmpty())
+        showStatus(tr("Ignored %1: not an image or scene file").arg(ignored.join(QStringLiteral(", "))), 6000);
+}
+
+void EditorView::setShowLabels(bool show)
+{
+    if (m_showLabels == show)
+        return;
+    m_showLabels = show;
+    update();
 }

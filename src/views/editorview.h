@@ -1,20 +1,27 @@
 #pragma once
 
+#include "editing/editmode.h"
+#include "script/scripttransform.h"
 #include "views/documentview.h"
+#include "views/scenepicker.h"
 #include "views/scenerenderer.h"
+#include "views/snapping.h"
 #include "views/viewcamera.h"
 #include "views/viewcolors.h"
 
 #include <memory>
 
+class QInputEvent;
 class TextureCache;
+class ViewTool;
 
 /// The editing view of a document: draws the scene with OpenGL and turns
-/// mouse input into view changes (middle drag pans, the wheel zooms at the
-/// mouse) and selections (a click selects the topmost body or fixture, by the
-/// edit mode; shift adds). Selections are made through the script API, so each
-/// click is one undo step. The drawing is rebuilt when the document's undo
-/// stack moves (every change is recorded there), not per frame.
+/// mouse and key input into view changes (middle drag pans, the wheel zooms
+/// at the mouse) and edits through its tools: selecting by click and box,
+/// moving, turning and scaling the selection (G, R, S, or dragging), drawing
+/// polygons, lines and loops. Every edit goes through the script API, so it
+/// is one undo step. The drawing is rebuilt when the document's undo stack
+/// moves (every change is recorded there), not per frame.
 class EditorView : public DocumentView
 {
     Q_OBJECT
@@ -38,12 +45,64 @@ public:
     void sceneChanged();
     /// The current drawing of the scene (built now if out of date).
     const SceneGeometry& geometry();
+    /// The picker of the scene as drawn now (built now if out of date).
+    const ScenePicker& picker();
+    /// Scenes of more vertices than this pan over a cached picture (tests set it low).
+    void setFrameCacheThreshold(size_t vertices) { m_renderer.setFrameCacheThreshold(vertices); }
+    /// True when the last frame drew the cached picture.
+    bool lastFrameFromCache() const { return m_renderer.lastFrameFromCache(); }
+    /// Vertices the last frame drew (the chunks in sight).
+    size_t lastDrawnVertices() const { return m_renderer.drawnVertices(); }
     /// Milliseconds the last geometry build took.
     double lastBuildMilliseconds() const { return m_buildMs; }
+
+    /// The document's edit mode.
+    EditMode editMode() const;
+    /// Changes the document's edit mode; a running tool stops.
+    void setEditMode(EditMode mode);
+    /// World units that a few pixels cover: how near the pointer must be to thin things.
+    float pickTolerance() const;
+    /// The snapping steps.
+    const SnapSettings& snapSettings() const { return m_snap; }
+    /// Re-reads the snapping steps and colours from the settings.
+    void reloadSettings();
+
+    /// Starts moving (G), turning (R) or scaling (S) the selection with the
+    /// mouse from `pixel`; `dragging` ends it when the button is released.
+    void startTransform(TransformApi::Operation operation, QPointF pixel, bool dragging);
+    /// Starts drawing a polygon, line or loop fixture by clicks (shape type 1, 2 or 3).
+    void startDrawing(int shapeType);
+    /// Replaces the current tool (null: back to selecting).
+    void setTool(std::unique_ptr<ViewTool> tool);
+    /// The current tool's interaction state name ("editor_idle", "editor_translate", ...).
+    QString stateName() const;
+    /// Shows a message in the status bar (through statusMessage()).
+    void showStatus(const QString& text, int timeoutMs = 4000);
+    /// Asks for a repaint after a preview changed the scene without recording.
+    void previewChanged();
+    /// Puts a dropped or chosen list of image files into the scene at a world point ("add images").
+    int addImageFiles(const QStringList& files, Vec2 at, bool dropped);
+
+    /// Setting that keeps whether new views draw names.
+    static constexpr const char* kShowLabelsKey = "editor/showlabels";
+    /// Shows or hides the names of the items of the current edit mode.
+    void setShowLabels(bool show);
+    /// Whether names are drawn.
+    bool showLabels() const { return m_showLabels; }
+    /// Labels drawn in the last frame.
+    int lastLabelCount() const { return m_labelCount; }
 
 signals:
     /// Asks for a simulation view of this view's document.
     void openPlayerView(EditorView* view);
+    /// A text for the status bar (timeout in milliseconds, 0 for none).
+    void statusMessage(const QString& text, int timeoutMs);
+    /// The right button was released without dragging: the context menu is wanted at `globalPos`.
+    void contextMenuRequested(const QPoint& globalPos, Vec2 world);
+    /// Scene files were dropped on the view (the workspace opens them).
+    void sceneFilesDropped(const QStringList& files);
+    /// The edit mode changed through this view.
+    void editModeChanged(EditMode mode);
 
 protected:
     void initializeGL() override;
@@ -52,26 +111,43 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void aboutToClose() override;
 
 private:
     void cameraChanged();
     void fitToScene();
     void adoptScriptedView();
-    void selectAt(const QPointF& pixel, bool add);
+    void trackInput(QInputEvent* event, QPointF pixel);
     void cleanupGL();
+    void toolChanged();
+    int wantedCircleSegments() const;
 
     std::shared_ptr<TextureCache> m_textures;
     ViewColors m_colors;
+    SnapSettings m_snap;
     ViewCamera m_camera;
     Vec2 m_writtenCenter;
     float m_writtenHeight = 0;
     SceneRenderer m_renderer;
     SceneGeometry m_geometry;
+    ScenePicker m_picker;
+    std::unique_ptr<ViewTool> m_tool;
+    std::unique_ptr<ViewTool> m_retiredTool;
     bool m_geometryDirty = true;
+    bool m_typicalSizeDirty = true;
+    float m_typicalFixtureSize = 0;
     bool m_uploadDirty = true;
     bool m_fitPending = false;
     double m_buildMs = 0;
     QPointF m_lastDragPixel;
+    QPointF m_rightPressPixel;
     bool m_panning = false;
+    bool m_showLabels = true;
+    int m_labelCount = 0;
 };

@@ -40,10 +40,98 @@ QColor dimmed(const QColor& colour)
                   colour.alpha() / 2);
 }
 
+// A body's world box: its origin and its fixtures' vertices (with radii).
+bool bodyBox(const MetaBody& body, Vec2* lo, Vec2* hi, float* typicalSize)
+{
+    *lo = body.position;
+    *hi = body.position;
+    for (const auto& fixture : body.fixtures()) {
+        float radius = 0;
+        for (const MetaShape& shape : fixture->shapes())
+            radius = std::max(radius, std::isfinite(shape.radius()) ? std::fabs(shape.radius()) : 0.f);
+        Vec2 flo{INFINITY, INFINITY}, fhi{-INFINITY, -INFINITY};
+        for (const Vec2& v : fixture->vertices()) {
+            const Vec2 p = bodyPoint(body, v);
+            flo = {std::min(flo.x, p.x - radius), std::min(flo.y, p.y - radius)};
+            fhi = {std::max(fhi.x, p.x + radius), std::max(fhi.y, p.y + radius)};
+        }
+        if (!finite(flo) || !finite(fhi))
+            continue;
+        *typicalSize = std::max(fhi.x - flo.x, fhi.y - flo.y);
+        *lo = {std::min(lo->x, flo.x), std::min(lo->y, flo.y)};
+        *hi = {std::max(hi->x, fhi.x), std::max(hi->y, fhi.y)};
+    }
+    return finite(*lo) && finite(*hi);
+}
+
 class Builder
 {
 public:
-    Builder(SceneGeometry& target, const ViewColors& colors) : m_target(target), m_shapes(target), m_colors(colors) {}
+    Builder(SceneGeometry& target, const ViewColors& colors, int circleSegments)
+        : m_target(target), m_shapes(target, circleSegments), m_colors(colors),
+          m_coarse(circleSegments < ShapeTessellator::kCircleSegments)
+    {
+        m_shapes.setCoarse(m_coarse);
+    }
+
+    // Draws the scene's own items, bodies grouped into chunks by region.
+    void scene(const MetaWorld& world, const Selection& selection, const QString& filePath)
+    {
+        const Placement identity;
+        chunkStart();
+        images(world, &selection, identity, filePath);
+        chunkEnd();
+
+        // Bodies by region: a grid over the bodies' boxes, about 150 bodies a cell.
+        const auto& bodies = world.bodies();
+        std::vector<Vec2> centres(bodies.size());
+        std::vector<bool> placed(bodies.size(), false);
+        std::vector<float> sizes;
+        Vec2 lo{INFINITY, INFINITY}, hi{-INFINITY, -INFINITY};
+        for (size_t i = 0; i < bodies.size(); ++i) {
+            Vec2 blo, bhi;
+            float size = 0;
+            if (!bodyBox(*bodies[i], &blo, &bhi, &size))
+                continue;
+            if (size > 0)
+                sizes.push_back(size);
+            placed[i] = true;
+            centres[i] = {(blo.x + bhi.x) / 2, (blo.y + bhi.y) / 2};
+            lo = {std::min(lo.x, centres[i].x), std::min(lo.y, centres[i].y)};
+            hi = {std::max(hi.x, centres[i].x), std::max(hi.y, centres[i].y)};
+        }
+        if (!sizes.empty()) {
+            std::nth_element(sizes.begin(), sizes.begin() + long(sizes.size() / 2), sizes.end());
+            m_target.typicalFixtureSize = sizes[sizes.size() / 2];
+        }
+        const int side = std::clamp(int(std::ceil(std::sqrt(double(bodies.size()) / 150.0))), 1, 64);
+        std::vector<std::vector<size_t>> cells(size_t(side) * size_t(side));
+        const double width = std::max(double(hi.x) - lo.x, 1e-9), height = std::max(double(hi.y) - lo.y, 1e-9);
+        for (size_t i = 0; i < bodies.size(); ++i) {
+            if (!placed[i])
+                continue;
+            const int cx = std::clamp(int((double(centres[i].x) - lo.x) / width * side), 0, side - 1);
+            const int cy = std::clamp(int((double(centres[i].y) - lo.y) / height * side), 0, side - 1);
+            cells[size_t(cy) * size_t(side) + size_t(cx)].push_back(i);
+        }
+        for (const std::vector<size_t>& cell : cells) {
+            if (cell.empty())
+                continue;
+            chunkStart();
+            for (size_t i : cell)
+                body(*bodies[i], &selection, identity);
+            chunkEnd();
+        }
+        chunkStart();
+        for (const auto& joint : world.joints())
+            this->joint(*joint, &selection, identity);
+        chunkEnd();
+        for (const auto& object : world.objects()) {
+            chunkStart();
+            this->object(*object, &selection, identity, 0);
+            chunkEnd();
+        }
+    }
 
     // Draws a world's items placed by `placement`; `selection` is null for object contents (dimmed).
     void world(const MetaWorld& world, const Selection* selection, const Placement& placement,
@@ -59,6 +147,33 @@ public:
     }
 
 private:
+    // Chunks record the vertices added between start and end and their box.
+    void chunkStart()
+    {
+        m_chunk = GeomChunk{};
+        m_chunk.firstTriangle = int(m_target.triangles.size());
+        m_chunk.firstLine = int(m_target.lines.size());
+    }
+    void chunkEnd()
+    {
+        m_chunk.triangleCount = int(m_target.triangles.size()) - m_chunk.firstTriangle;
+        m_chunk.lineCount = int(m_target.lines.size()) - m_chunk.firstLine;
+        if (m_chunk.triangleCount == 0 && m_chunk.lineCount == 0)
+            return;
+        Vec2 lo{INFINITY, INFINITY}, hi{-INFINITY, -INFINITY};
+        const auto grow = [&](const GeomVertex& v) {
+            lo = {std::min(lo.x, v.x), std::min(lo.y, v.y)};
+            hi = {std::max(hi.x, v.x), std::max(hi.y, v.y)};
+        };
+        for (int i = 0; i < m_chunk.triangleCount; ++i)
+            grow(m_target.triangles[size_t(m_chunk.firstTriangle + i)]);
+        for (int i = 0; i < m_chunk.lineCount; ++i)
+            grow(m_target.lines[size_t(m_chunk.firstLine + i)]);
+        m_chunk.lo = lo;
+        m_chunk.hi = hi;
+        m_target.chunks.push_back(m_chunk);
+    }
+
     Vec2 place(const Placement& placement, Vec2 p) const
     {
         return placement.isIdentity() ? p : placement.applyToPoint(p);
@@ -76,9 +191,10 @@ private:
             const bool selected =
                 bodySelected || (selection && selection->contains(ItemKind::Fixture, fixture->id()));
             const QColor line = selected ? m_colors.selection : outline;
+            // Without outlines (coarse drawing) fills are more opaque to stay visible.
+            const int alpha = m_coarse ? std::min(255, m_colors.fillAlpha + 90) : m_colors.fillAlpha;
             const QColor fill = withAlpha(selected ? m_colors.selection : outline,
-                                          selected ? std::min(255, m_colors.fillAlpha + 60)
-                                                   : (selection ? m_colors.fillAlpha : m_colors.fillAlpha / 2));
+                                          selected ? std::min(255, alpha + 60) : (selection ? alpha : alpha / 2));
             std::vector<Vec2> points;
             points.reserve(fixture->vertices().size());
             bool usable = true;
@@ -108,6 +224,20 @@ private:
         const Vec2 origin = place(placement, body.position);
         if (finite(origin))
             m_shapes.cross(origin, bodySelected ? 6 : 3, bodySelected ? m_colors.selection : outline);
+        if (!selection)
+            return;
+        label(origin, body, bodySelected);
+        for (const auto& fixture : body.fixtures()) {
+            if (fixture->vertices().empty())
+                continue;
+            // A fixture is named at the middle of its vertices.
+            Vec2 sum;
+            for (const Vec2& v : fixture->vertices())
+                sum = {sum.x + v.x, sum.y + v.y};
+            const float n = float(fixture->vertices().size());
+            label(bodyPoint(body, {sum.x / n, sum.y / n}), *fixture,
+                  selection->contains(ItemKind::Fixture, fixture->id()));
+        }
     }
 
     void joint(const MetaJoint& joint, const Selection* selection, const Placement& placement)
@@ -131,6 +261,8 @@ private:
         m_shapes.segment(a, b, colour);
         m_shapes.marker(a, selected ? 9 : 7, colour);
         m_shapes.marker(b, selected ? 9 : 7, colour);
+        if (selection)
+            label({(a.x + b.x) / 2, (a.y + b.y) / 2}, joint, selected);
     }
 
     void images(const MetaWorld& world, const Selection* selection, const Placement& placement,
@@ -161,6 +293,10 @@ private:
             m_target.images.push_back(draw);
             const bool selected = selection && selection->contains(ItemKind::Image, image->id());
             const QColor outline = selected ? m_colors.selection : m_colors.imageOutline;
+            if (selection) {
+                const Vec2 mid{(draw.corners[0].x + draw.corners[2].x) / 2, (draw.corners[0].y + draw.corners[2].y) / 2};
+                label(mid, *image, selected);
+            }
             for (size_t i = 0; i < 4; ++i) {
                 m_shapes.segment(draw.corners[i], draw.corners[(i + 1) % 4], outline);
                 m_shapes.include(draw.corners[i]);
@@ -176,6 +312,8 @@ private:
         const bool selected = selection && selection->contains(ItemKind::Object, object.id());
         m_shapes.cross(at, 8, selected ? m_colors.selection : m_colors.object);
         m_shapes.marker(at, 4, selected ? m_colors.selection : m_colors.object);
+        if (selection)
+            label(at, object, selected);
         if (!object.objectDocument || depth >= kMaxObjectDepth)
             return;
         Placement own;
@@ -187,18 +325,59 @@ private:
         world(inner.world(), nullptr, placement.then(own), inner.filePath(), depth + 1);
     }
 
+    void label(Vec2 at, const MetaItem& item, bool selected)
+    {
+        if (finite(at))
+            m_target.labels.push_back({at, item.name(), item.kind(), item.id(), selected});
+    }
+
     SceneGeometry& m_target;
     ShapeTessellator m_shapes;
     const ViewColors& m_colors;
+    GeomChunk m_chunk;
+    bool m_coarse;
 };
 } // namespace
 
+float SceneGeometry::measureTypicalFixtureSize(const MetaWorld& world)
+{
+    const auto& bodies = world.bodies();
+    const size_t step = std::max<size_t>(1, bodies.size() / 1000);
+    std::vector<float> sizes;
+    for (size_t i = 0; i < bodies.size(); i += step) {
+        Vec2 lo, hi;
+        float size = 0;
+        if (bodyBox(*bodies[i], &lo, &hi, &size) && size > 0)
+            sizes.push_back(size);
+    }
+    if (sizes.empty())
+        return 0;
+    std::nth_element(sizes.begin(), sizes.begin() + long(sizes.size() / 2), sizes.end());
+    return sizes[sizes.size() / 2];
+}
+
 SceneGeometry SceneGeometry::build(const MetaWorld& world, const Selection& selection, const ViewColors& colors,
-                                   const QString& sceneFilePath)
+                                   const QString& sceneFilePath, int circleSegments)
 {
     SceneGeometry geometry;
-    geometry.triangles.reserve(world.fixtureCount() * 24);
-    geometry.lines.reserve(world.fixtureCount() * 16);
-    Builder(geometry, colors).world(world, &selection, Placement{}, sceneFilePath, 0);
+    rebuild(geometry, world, selection, colors, sceneFilePath, circleSegments);
     return geometry;
+}
+
+void SceneGeometry::rebuild(SceneGeometry& geometry, const MetaWorld& world, const Selection& selection,
+                            const ViewColors& colors, const QString& sceneFilePath, int circleSegments)
+{
+    geometry.triangles.clear();
+    geometry.lines.clear();
+    geometry.images.clear();
+    geometry.labels.clear();
+    geometry.chunks.clear();
+    geometry.lo = {1, 1};
+    geometry.hi = {-1, -1};
+    geometry.circleSegments = circleSegments;
+    geometry.typicalFixtureSize = 0;
+    geometry.triangles.reserve(world.fixtureCount() * size_t(circleSegments) * 2);
+    geometry.lines.reserve(world.fixtureCount() * size_t(circleSegments));
+    geometry.labels.reserve(world.bodies().size() + world.fixtureCount());
+    Builder(geometry, colors, circleSegments).scene(world, selection, sceneFilePath);
 }

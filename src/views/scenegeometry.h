@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/types.h"
+#include "model/itemkind.h"
 
 #include <QColor>
 #include <QString>
@@ -36,6 +37,31 @@ struct ImageDraw
     QColor tint = Qt::white;
 };
 
+/// A name drawn beside an item: its anchor in world coordinates, the kind
+/// of item it names (views show the labels of the current edit mode) and
+/// whether the item is selected.
+struct SceneLabel
+{
+    Vec2 at;
+    QString text;
+    ItemKind kind = ItemKind::Body;
+    ItemId id = 0;
+    bool selected = false;
+};
+
+/// A part of the drawing lying in one region of the scene: ranges of the
+/// triangle and line vertices and the world box they cover, so that a view
+/// draws only the chunks it can see.
+struct GeomChunk
+{
+    Vec2 lo{1, 1};
+    Vec2 hi{-1, -1};
+    int firstTriangle = 0;
+    int triangleCount = 0;
+    int firstLine = 0;
+    int lineCount = 0;
+};
+
 /// The drawable form of a scene, built once per scene change and then drawn
 /// every frame without walking the model: triangles and line segments in
 /// world coordinates with colours, and the images. Selected items carry the
@@ -48,6 +74,18 @@ struct SceneGeometry
     std::vector<GeomVertex> lines;
     /// Images, in render order (drawn before the triangles).
     std::vector<ImageDraw> images;
+    /// Names of the scene's own items (not of object contents).
+    std::vector<SceneLabel> labels;
+    /// The regions of the drawing; together they cover every vertex once.
+    std::vector<GeomChunk> chunks;
+    /// Segments of a full circle in this drawing (its level of detail).
+    int circleSegments = 32;
+    /// Median size of the scene's fixtures (world units), for choosing the level of detail.
+    float typicalFixtureSize = 0;
+
+    /// The median size of a scene's fixtures, from a sample of at most a
+    /// thousand bodies; 0 for a scene without fixtures.
+    static float measureTypicalFixtureSize(const MetaWorld& world);
     /// World box of everything drawn; lo > hi when nothing is drawn.
     Vec2 lo{1, 1};
     Vec2 hi{-1, -1};
@@ -55,7 +93,14 @@ struct SceneGeometry
     /// True when nothing has a finite position.
     bool isEmpty() const { return hi.x < lo.x; }
     /// Builds the geometry of a scene, its selection and the expanded items of
-    /// its object instances (dimmed). `sceneFilePath` resolves relative image files.
+    /// its object instances (dimmed). `sceneFilePath` resolves relative image
+    /// files; `circleSegments` sets the level of detail. Bodies are grouped
+    /// by region into chunks (the order of drawing follows the regions, and
+    /// within a region the scene's order).
     static SceneGeometry build(const MetaWorld& world, const Selection& selection, const ViewColors& colors,
-                               const QString& sceneFilePath);
+                               const QString& sceneFilePath, int circleSegments = 32);
+    /// The same into an existing geometry, reusing its memory (big scenes
+    /// rebuild without allocating and touching fresh pages again).
+    static void rebuild(SceneGeometry& geometry, const MetaWorld& world, const Selection& selection,
+                        const ViewColors& colors, const QString& sceneFilePath, int circleSegments = 32);
 };

@@ -6,6 +6,7 @@
 #include "views/viewcamera.h"
 #include "views/viewcolors.h"
 
+#include <QOpenGLFramebufferObject>
 #include <QOpenGLTexture>
 
 #include <cmath>
@@ -147,8 +148,10 @@ void SceneRenderer::upload(const SceneGeometry& geometry, TextureCache& textures
         buffer.release();
         return int(vertices.size());
     };
+    ++m_uploadVersion;
     m_triangleCount = put(m_triangles, geometry.triangles);
     m_lineCount = put(m_lines, geometry.lines);
+    m_chunks = geometry.chunks;
     m_images = geometry.images;
     for (const ImageDraw& image : m_images) {
         const TextureCache::Entry& entry = textures.entry(image.path);
@@ -193,6 +196,35 @@ void SceneRenderer::drawColored(QOpenGLBuffer& buffer, GLenum mode, int first, i
     m_colorProgram.release();
 }
 
+void SceneRenderer::drawChunks(QOpenGLBuffer& buffer, GLenum mode, bool lines, const ViewCamera& camera)
+{
+    // The view's box, with a margin for markers drawn in pixels around their points.
+    const double margin = 16 * camera.worldPerPixel();
+    const Vec2 a = camera.toWorld(QPointF(0, camera.pixelSize.height()));
+    const Vec2 b = camera.toWorld(QPointF(camera.pixelSize.width(), 0));
+    const double lox = double(a.x) - margin, hix = double(b.x) + margin;
+    const double loy = double(a.y) - margin, hiy = double(b.y) + margin;
+    // Runs of neighbouring visible chunks go in one draw call.
+    int first = 0, count = 0;
+    for (const GeomChunk& chunk : m_chunks) {
+        const int start = lines ? chunk.firstLine : chunk.firstTriangle;
+        const int n = lines ? chunk.lineCount : chunk.triangleCount;
+        const bool visible = n > 0 && chunk.hi.x >= lox && chunk.lo.x <= hix && chunk.hi.y >= loy && chunk.lo.y <= hiy;
+        if (!visible)
+            continue;
+        if (count > 0 && first + count == start) {
+            count += n;
+            continue;
+        }
+        drawColored(buffer, mode, first, count, camera);
+        m_drawnVertices += size_t(count);
+        first = start;
+        count = n;
+    }
+    drawColored(buffer, mode, first, count, camera);
+    m_drawnVertices += size_t(count);
+}
+
 void SceneRenderer::drawImages(const ViewCamera& camera)
 {
     if (m_images.empty())
@@ -223,7 +255,90 @@ void SceneRenderer::drawImages(const ViewCamera& camera)
     m_textureProgram.release();
 }
 
-void SceneRenderer::paint(const ViewCamera& camera, const ViewColors& colors, Vec2 cursor)
+void SceneRenderer::drawScene(const ViewCamera& camera)
+{
+    drawImages(camera);
+    m_drawnVertices = 0;
+    drawChunks(m_triangles, GL_TRIANGLES, false, camera);
+    drawChunks(m_lines, GL_LINES, true, camera);
+}
+
+bool SceneRenderer::cacheCovers(const ViewCamera& camera) const
+{
+    if (!m_cache || m_cacheVersion != m_uploadVersion || m_cacheViewSize != camera.pixelSize ||
+        m_cacheWorldPerPixel != camera.worldPerPixel())
+        return false;
+    // The view's box inside the cached box (twice the view's size).
+    const double wpp = camera.worldPerPixel();
+    const double dx = std::fabs(double(camera.center.x) - m_cacheCenter.x) / wpp;
+    const double dy = std::fabs(double(camera.center.y) - m_cacheCenter.y) / wpp;
+    const double spareX = (m_cache->width() - camera.pixelSize.width()) / 2.0;
+    const double spareY = (m_cache->height() - camera.pixelSize.height()) / 2.0;
+    return dx <= spareX && dy <= spareY;
+}
+
+void SceneRenderer::renderCache(const ViewCamera& camera, GLuint target)
+{
+    GLint maxSize = 4096;
+    glGetIntegerv(GL_MAX_TEXTURE_SIZE, &maxSize);
+    const QSize size(std::min(camera.pixelSize.width() * 2, std::min(int(maxSize), 8192)),
+                     std::min(camera.pixelSize.height() * 2, std::min(int(maxSize), 8192)));
+    if (!m_cache || m_cache->size() != size) {
+        m_cache = std::make_unique<QOpenGLFramebufferObject>(size);
+        m_cache->texture(); // created with the object
+    }
+    ViewCamera wide = camera;
+    wide.pixelSize = size;
+    wide.height = float(camera.worldPerPixel() * size.height());
+    m_cache->bind();
+    glViewport(0, 0, size.width(), size.height());
+    glClearColor(0, 0, 0, 0);
+    glClear(GL_COLOR_BUFFER_BIT);
+    // Premultiplied colours, so that the picture blends over the grid like the scene would.
+    glBlendFuncSeparate(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA, GL_ONE, GL_ONE_MINUS_SRC_ALPHA);
+    drawScene(wide);
+    glBindFramebuffer(GL_FRAMEBUFFER, target);
+    glViewport(0, 0, camera.pixelSize.width(), camera.pixelSize.height());
+    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+    m_cacheVersion = m_uploadVersion;
+    m_cacheCenter = camera.center;
+    m_cacheWorldPerPixel = camera.worldPerPixel();
+    m_cacheViewSize = camera.pixelSize;
+}
+
+void SceneRenderer::drawCache(const ViewCamera& camera)
+{
+    const float halfW = float(m_cacheWorldPerPixel * m_cache->width() / 2);
+    const float halfH = float(m_cacheWorldPerPixel * m_cache->height() / 2);
+    const float corners[8] = {m_cacheCenter.x - halfW, m_cacheCenter.y - halfH, m_cacheCenter.x + halfW,
+                              m_cacheCenter.y - halfH, m_cacheCenter.x + halfW, m_cacheCenter.y + halfH,
+                              m_cacheCenter.x - halfW, m_cacheCenter.y + halfH};
+    // Frame buffer textures have their first row at the bottom.
+    const float texCoords[8] = {0, 0, 1, 0, 1, 1, 0, 1};
+    m_textureProgram.bind();
+    setWorldToClip(m_textureProgram, camera);
+    m_textureProgram.setUniformValue("image", 0);
+    m_textureProgram.setUniformValue("tint", QVector4D(1, 1, 1, 1));
+    const int position = m_textureProgram.attributeLocation("position");
+    const int texCoord = m_textureProgram.attributeLocation("texCoord");
+    glEnableVertexAttribArray(GLuint(position));
+    glEnableVertexAttribArray(GLuint(texCoord));
+    glActiveTexture(GL_TEXTURE0);
+    glBindTexture(GL_TEXTURE_2D, m_cache->texture());
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_NEAREST);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_NEAREST);
+    glVertexAttribPointer(GLuint(position), 2, GL_FLOAT, GL_FALSE, 0, corners);
+    glVertexAttribPointer(GLuint(texCoord), 2, GL_FLOAT, GL_FALSE, 0, texCoords);
+    glBlendFunc(GL_ONE, GL_ONE_MINUS_SRC_ALPHA);
+    glDrawArrays(GL_TRIANGLE_FAN, 0, 4);
+    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+    glBindTexture(GL_TEXTURE_2D, 0);
+    glDisableVertexAttribArray(GLuint(position));
+    glDisableVertexAttribArray(GLuint(texCoord));
+    m_textureProgram.release();
+}
+
+void SceneRenderer::paint(const ViewCamera& camera, const ViewColors& colors, Vec2 cursor, GLuint target)
 {
     glClearColor(colors.background.redF(), colors.background.greenF(), colors.background.blueF(), 1);
     glClear(GL_COLOR_BUFFER_BIT);
@@ -240,9 +355,20 @@ void SceneRenderer::paint(const ViewCamera& camera, const ViewColors& colors, Ve
     m_overlay.release();
     // Grid first, then the scene, then the axes and the cursor on top.
     drawColored(m_overlay, GL_LINES, 0, gridCount, camera);
-    drawImages(camera);
-    drawColored(m_triangles, GL_TRIANGLES, 0, m_triangleCount, camera);
-    drawColored(m_lines, GL_LINES, 0, m_lineCount, camera);
+    const bool cached = size_t(m_triangleCount + m_lineCount) > m_cacheThreshold;
+    m_lastFromCache = false;
+    if (cached) {
+        if (cacheCovers(camera)) {
+            m_lastFromCache = true;
+            m_drawnVertices = 0;
+        } else {
+            renderCache(camera, target);
+        }
+        drawCache(camera);
+    } else {
+        m_cache.reset();
+        drawScene(camera);
+    }
     drawColored(m_overlay, GL_LINES, gridCount, int(lines.size()) - gridCount, camera);
 }
 
@@ -251,6 +377,7 @@ void SceneRenderer::release()
     if (!m_ready)
         return;
     m_textures.clear();
+    m_cache.reset();
     m_triangles.destroy();
     m_lines.destroy();
     m_overlay.destroy();

@@ -10,6 +10,7 @@
 
 #include <memory>
 
+class QOpenGLFramebufferObject;
 class QOpenGLTexture;
 class TextureCache;
 class ViewCamera;
@@ -32,13 +33,20 @@ public:
     bool initialize();
     /// Uploads a scene geometry (and the textures of its images) to the buffers.
     void upload(const SceneGeometry& geometry, TextureCache& textures);
-    /// Draws one frame.
-    void paint(const ViewCamera& camera, const ViewColors& colors, Vec2 cursor);
+    /// Draws one frame into the frame buffer `target` (the view's own).
+    void paint(const ViewCamera& camera, const ViewColors& colors, Vec2 cursor, GLuint target);
+    /// Scenes of more vertices than this are drawn into a cached picture
+    /// larger than the view; frames that only pan within it draw the picture.
+    void setFrameCacheThreshold(size_t vertices) { m_cacheThreshold = vertices; }
+    /// True when the last frame drew the cached picture instead of the scene.
+    bool lastFrameFromCache() const { return m_lastFromCache; }
     /// Releases the GL objects (the context must be current).
     void release();
 
     /// Vertices uploaded by the last upload(), triangles plus lines.
     size_t uploadedVertices() const { return m_triangleCount + m_lineCount; }
+    /// Vertices drawn by the last frame (those of the chunks in sight).
+    size_t drawnVertices() const { return m_drawnVertices; }
 
 private:
     struct Texture
@@ -48,9 +56,23 @@ private:
     };
 
     void drawColored(QOpenGLBuffer& buffer, GLenum mode, int first, int count, const ViewCamera& camera);
+    void drawChunks(QOpenGLBuffer& buffer, GLenum mode, bool lines, const ViewCamera& camera);
     void drawImages(const ViewCamera& camera);
+    void drawScene(const ViewCamera& camera);
+    bool cacheCovers(const ViewCamera& camera) const;
+    void renderCache(const ViewCamera& camera, GLuint target);
+    void drawCache(const ViewCamera& camera);
 
     bool m_ready = false;
+    size_t m_cacheThreshold = 150000;
+    bool m_lastFromCache = false;
+    quint64 m_uploadVersion = 0;
+    std::unique_ptr<QOpenGLFramebufferObject> m_cache;
+    quint64 m_cacheVersion = 0;
+    Vec2 m_cacheCenter;
+    double m_cacheWorldPerPixel = 0;
+    QSize m_cacheViewSize;
+    size_t m_drawnVertices = 0;
     QOpenGLShaderProgram m_colorProgram;
     QOpenGLShaderProgram m_textureProgram;
     QOpenGLBuffer m_triangles{QOpenGLBuffer::VertexBuffer};
@@ -58,6 +80,7 @@ private:
     QOpenGLBuffer m_overlay{QOpenGLBuffer::VertexBuffer};
     int m_triangleCount = 0;
     int m_lineCount = 0;
+    std::vector<GeomChunk> m_chunks;
     std::vector<ImageDraw> m_images;
     std::map<QString, Texture> m_textures;
 };

@@ -85,16 +85,18 @@ void ShapeTessellator::fan(Vec2 center, float radius, float from, float to, int 
 
 void ShapeTessellator::circle(Vec2 center, float radius, float angle, const QColor& fill, const QColor& outline)
 {
-    fan(center, radius, 0, 2 * kPi, kCircleSegments, fill);
+    fan(center, radius, 0, 2 * kPi, m_circleSegments, fill);
+    include(center, radius);
+    if (m_coarse)
+        return;
     Vec2 previous{center.x + radius, center.y};
-    for (int i = 1; i <= kCircleSegments; ++i) {
-        const float t = 2 * kPi * float(i) / float(kCircleSegments);
+    for (int i = 1; i <= m_circleSegments; ++i) {
+        const float t = 2 * kPi * float(i) / float(m_circleSegments);
         const Vec2 next{center.x + radius * std::cos(t), center.y + radius * std::sin(t)};
         segment(previous, next, outline);
         previous = next;
     }
     segment(center, {center.x + radius * std::cos(angle), center.y + radius * std::sin(angle)}, outline);
-    include(center, radius);
 }
 
 void ShapeTessellator::fillRing(const std::vector<Vec2>& ring, const QColor& colour)
@@ -132,6 +134,8 @@ void ShapeTessellator::polygon(const std::vector<Vec2>& ring, float radius, cons
         include(p, radius);
     fillRing(ring, fill);
     if (radius <= 0 || n < 3) {
+        if (m_coarse && n >= 3)
+            return;
         for (size_t i = 0; i < n; ++i)
             segment(ring[i], ring[(i + 1) % n], outline);
         return;
@@ -149,6 +153,8 @@ void ShapeTessellator::polygon(const std::vector<Vec2>& ring, float radius, cons
         const Vec2 a = ring[i], b = ring[(i + 1) % n];
         triangle(a, b, b + normals[i] * radius, fill);
         triangle(a, b + normals[i] * radius, a + normals[i] * radius, fill);
+        if (m_coarse)
+            continue;
         segment(a + normals[i] * radius, b + normals[i] * radius, outline);
         // Arc around corner b from this edge's normal to the next edge's.
         const Vec2 n0 = normals[i], n1 = normals[(i + 1) % n];
@@ -160,7 +166,7 @@ void ShapeTessellator::polygon(const std::vector<Vec2>& ring, float radius, cons
             sweep += 2 * kPi;
         if (sweep * side < 0)
             continue; // a reflex corner: the bands overlap, no arc outside
-        const int steps = std::max(1, int(std::abs(sweep) / (2 * kPi) * kCircleSegments + 0.5f));
+        const int steps = std::max(1, int(std::abs(sweep) / (2 * kPi) * float(m_circleSegments) + 0.5f));
         fan(b, radius, from, from + sweep, steps, fill);
         Vec2 previous = b + n0 * radius;
         for (int k = 1; k <= steps; ++k) {
@@ -181,13 +187,14 @@ void ShapeTessellator::chain(const std::vector<Vec2>& points, bool closed, float
         include(p, radius);
     for (size_t i = 0; i < edges; ++i) {
         const Vec2 a = points[i], b = points[(i + 1) % n];
-        segment(a, b, outline);
+        if (radius <= 0 || !m_coarse)
+            segment(a, b, outline);
         if (radius > 0)
             thickSegment(a, b, radius, fill);
     }
-    if (radius > 0) {
+    if (radius > 0 && !m_coarse) {
         for (const Vec2& p : points)
-            fan(p, radius, 0, 2 * kPi, kCircleSegments / 2, fill);
+            fan(p, radius, 0, 2 * kPi, m_circleSegments / 2, fill);
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include "views/scenegeometry.h"
 
+#include <algorithm>
 #include <vector>
 
 /// Appends filled and outlined shapes, already in world coordinates, to a
@@ -9,8 +10,11 @@
 class ShapeTessellator
 {
 public:
-    /// Appends to `target`.
-    explicit ShapeTessellator(SceneGeometry& target) : m_target(target) {}
+    /// Appends to `target`, with `circleSegments` segments for a full circle.
+    explicit ShapeTessellator(SceneGeometry& target, int circleSegments = kCircleSegments)
+        : m_target(target), m_circleSegments(std::max(4, circleSegments))
+    {
+    }
 
     /// A circle: filled, outlined and with a radius line showing the body's angle.
     void circle(Vec2 center, float radius, float angle, const QColor& fill, const QColor& outline);
@@ -18,6 +22,9 @@ public:
     void polygon(const std::vector<Vec2>& ring, float radius, const QColor& fill, const QColor& outline);
     /// An open (line) or closed (loop) chain; rounded chains are filled capsules.
     void chain(const std::vector<Vec2>& points, bool closed, float radius, const QColor& fill, const QColor& outline);
+    /// Leaves out the outlines of filled shapes and the round caps of thin
+    /// rounded chains (the coarse drawing of zoomed-out views).
+    void setCoarse(bool coarse) { m_coarse = coarse; }
     /// A line segment.
     void segment(Vec2 a, Vec2 b, const QColor& colour);
     /// A square marker of `pixels` size centred at `at`, filled, keeping its size on screen.
@@ -27,8 +34,10 @@ public:
     /// Grows the geometry's box to hold a point.
     void include(Vec2 p, float margin = 0);
 
-    /// Segments used for a full circle.
+    /// Segments used for a full circle in the detailed drawing.
     static constexpr int kCircleSegments = 32;
+    /// Segments used for a full circle in the coarse drawing of zoomed-out views.
+    static constexpr int kCoarseCircleSegments = 6;
 
 private:
     void triangle(Vec2 a, Vec2 b, Vec2 c, const QColor& colour);
@@ -37,6 +46,8 @@ private:
     void fillRing(const std::vector<Vec2>& ring, const QColor& colour);
 
     SceneGeometry& m_target;
+    int m_circleSegments;
+    bool m_coarse = false;
 };
 
 /// A vertex of the drawing.

@@ -97,6 +97,8 @@ TEST(CommandTemplates, VertexShapeAndPathCommands)
                 {"getPath(5,1).setControlPoint(3, 3, 4);", "getPath(5,1).setControlPoint(3, 1, 2);"});
     expectTexts(h, AddControlPointCommand(&h, 5, 1, 3, {1, 2}),
                 {"getPath(5,1).addControlPoint(3, 1, 2);", "getPath(5,1).deleteControlPoint(3);"});
+    expectTexts(h, DeleteControlPointCommand(&h, 5, 1, 3, {0.1f, -2.5f}),
+                {"getPath(5,1).deleteControlPoint(3);", "getPath(5,1).addControlPoint(3, 0.1, -2.5);"});
 }
 
 TEST(CommandTemplates, CustomPropertyCommands)

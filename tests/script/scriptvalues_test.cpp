@@ -195,6 +195,19 @@ TEST(ScriptGlobalFunctions, FilesAreWrittenReadAndChecked)
     EXPECT_TRUE(capture.hasLineStartingWith(LOG_WARNING, QStringLiteral("Could not open file '%1/missing'").arg(dir.path())));
 }
 
+TEST(ScriptGlobalFunctions, ImageFormatsFilterNamesTheReadableFormats)
+{
+    EditorDocument document;
+    LogCapture capture;
+    ASSERT_TRUE(document.scripting().runOneShot(QStringLiteral("print(getSupportedImageFormatsFilter());"), QString()));
+    const QStringList prints = capture.texts(LOG_SCRIPT);
+    ASSERT_EQ(prints.size(), 1);
+    EXPECT_TRUE(prints[0].startsWith("Image files (")) << prints[0].toStdString();
+    EXPECT_TRUE(prints[0].endsWith(")"));
+    for (const char* pattern : {"*.png", "*.jpg", "*.bmp"})
+        EXPECT_TRUE(prints[0].contains(pattern)) << pattern;
+}
+
 TEST(ScriptGlobalFunctions, JsonEncodeWritesNestedValues)
 {
     QStringList prints = run(QStringLiteral(R"(

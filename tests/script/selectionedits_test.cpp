@@ -1,5 +1,9 @@
 // Edits of the current selection: one macro each, with its own text.
+#include "itemscene.h"
 #include "scripttesting.h"
+
+#include "base/notify.h"
+#include "sampling/samplerframe.h"
 
 #include "document/editordocument.h"
 #include "io/scenewriter.h"
@@ -98,4 +102,94 @@ TEST_F(SelectionEditsTest, RenameAndVertices)
     SelectionEdits::deleteSelectedVertices(m_document);
     EXPECT_EQ(lastText(), "delete 2 vertices");
     EXPECT_EQ(crate.vertices().size(), count - 1);
+}
+
+namespace
+{
+class ReattachEdits : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        ASSERT_TRUE(m_dir.isValid());
+        ASSERT_TRUE(m_document.load(writeItemScene(m_dir.filePath("scene"))));
+    }
+    void TearDown() override { UserNotifier::setHandlers({}, {}); }
+    QString lastText() { return m_document.undoStack().text(m_document.undoStack().count() - 1); }
+    MetaWorld& world() { return m_document.world(); }
+
+    QTemporaryDir m_dir;
+    EditorDocument m_document;
+};
+} // namespace
+
+TEST_F(ReattachEdits, ImagesAndSamplersKeepTheirPlaceOnTheirNewBody)
+{
+    MetaImage& image = *world().findImage(1);
+    const Vec2 placed = bodyToWorld(image.body, image.center);
+    SelectionEdits::setSelected(m_document, ItemKind::Image, {1}, true);
+    SelectionEdits::setBodyOfSelected(m_document, ItemKind::Image, 3);
+    EXPECT_EQ(lastText(), "set body of 1 image");
+    EXPECT_EQ(image.body, world().findBody(3));
+    const Vec2 now = bodyToWorld(image.body, image.center);
+    EXPECT_NEAR(now.x, placed.x, 1e-5);
+    EXPECT_NEAR(now.y, placed.y, 1e-5);
+    EXPECT_NEAR(image.angle + image.body->angle, 0.5f, 1e-6) << "body 1 is not turned, the image was at 0.5";
+
+    SelectionEdits::setSelected(m_document, ItemKind::Sampler, {1}, true);
+    SelectionEdits::setBodyOfSelected(m_document, ItemKind::Sampler, 0);
+    EXPECT_EQ(lastText(), "set body of 1 sampler");
+    EXPECT_EQ(world().findSampler(1)->body, nullptr);
+
+    LogCapture capture;
+    SelectionEdits::setBodyOfSelected(m_document, ItemKind::Image, 55);
+    SelectionEdits::setBodyOfSelected(m_document, ItemKind::Joint, 1);
+    EXPECT_EQ(capture.texts(LOG_WARNING), QStringList({"Could not find body of id 55 to set for image.",
+                                                       "Tried to set body of non-image meta item"}));
+
+    for (int i = 0; i < 4; ++i)
+        m_document.undoStack().undo();
+    EXPECT_EQ(image.body, world().findBody(1));
+    EXPECT_EQ(image.center, (Vec2{1, 2}));
+    EXPECT_EQ(world().findSampler(1)->body, world().findBody(2));
+}
+
+TEST_F(ReattachEdits, JointBodiesAndTheSameBodyQuestion)
+{
+    SelectionEdits::setSelected(m_document, ItemKind::Joint, {1, 3}, true);
+    SelectionEdits::setJointBodyOfSelected(m_document, false, 1);
+    EXPECT_EQ(lastText(), "set body B of 2 joints");
+    // Joint 1 (hinge) joins bodies 1 and 2: body 1 as B is its A. Without an
+    // interactive user the question is answered no.
+    EXPECT_EQ(world().findJoint(1)->bodyB, world().findBody(2));
+    EXPECT_EQ(world().findJoint(3)->bodyB, world().findBody(1)) << "the other joint takes the body";
+
+    QStringList asked;
+    UserNotifier::setHandlers([](UserNotifier::Kind, const QString&, const QString&) {},
+                              [&](const QString& title, const QString& text) {
+                                  asked << title << text;
+                                  return true;
+                              });
+    LogCapture capture;
+    SelectionEdits::setSelected(m_document, ItemKind::Joint, {3}, false);
+    SelectionEdits::setJointBodyOfSelected(m_document, true, 2);
+    EXPECT_EQ(lastText(), "set body A of 1 joint");
+    EXPECT_EQ(asked, QStringList({"Invalid joint setting",
+                                  "The same body cannot be set for both bodies of a joint.\nWould you like to switch "
+                                  "bodyA and bodyB for joint 'hinge'?"}));
+    EXPECT_TRUE(capture.texts(LOG_ERROR).contains("Cannot set same body for both bodyA and bodyB of joint."));
+    EXPECT_TRUE(capture.texts(LOG_INFO).contains("Switched body A and B for joint hinge (id: 1)"));
+    const MetaJoint& hinge = *world().findJoint(1);
+    EXPECT_EQ(hinge.bodyA, world().findBody(2));
+    EXPECT_EQ(hinge.bodyB, world().findBody(1));
+    EXPECT_EQ(hinge.anchorA, (Vec2{0, 0})) << "the anchors go with their bodies";
+    EXPECT_EQ(hinge.anchorB, (Vec2{1, 2}));
+    EXPECT_TRUE(m_document.selection().contains(ItemKind::Joint, 1)) << "still selected";
+
+    m_document.undoStack().undo();
+    EXPECT_EQ(world().findJoint(1)->bodyA, world().findBody(1));
+    EXPECT_EQ(world().findJoint(1)->anchorA, (Vec2{1, 2}));
+    EXPECT_EQ(world().joints()[0]->id(), 1u) << "back in its place";
+    m_document.undoStack().redo();
+    EXPECT_EQ(world().findJoint(1)->bodyA, world().findBody(2));
 }

@@ -2,16 +2,20 @@
 // saved file is byte-identical to the one saved before the run, and redo
 // gives the scripted scene's bytes again.
 
+#include "itemscene.h"
 #include "scripttesting.h"
 
 #include "document/editordocument.h"
 #include "io/scenewriter.h"
 #include "model/metaworld.h"
+#include "objects/instanceattach.h"
+#include "objects/objectmanager.h"
 #include "script/documentscripting.h"
 
 #include <gtest/gtest.h>
 
 #include <QFile>
+#include <QImage>
 #include <QTemporaryDir>
 
 #include <random>
@@ -112,6 +116,171 @@ void main()
 }
 )";
 
+// Calls every scene-changing function of the joint, image, sampler, object
+// and path API, every add, duplicate, delete and transform, step and
+// createFixture at least once, on the scene of writeItemScene.
+const char* const kEveryItemChange = R"(
+void main()
+{
+    joint h = getJoint('hinge');
+    h.setName("hinge 2");
+    h.setBodyA(3);
+    h.setBodyA(getBody(1));
+    h.setBodyB(getBody('wheel'));
+    h.setBodyB(2);
+    h.setLocalAnchorA(0.3, 0.7);
+    h.setLocalAnchorA(mv(0.31, 0.71));
+    h.setLocalAnchorB(0.1, 0.123456789);
+    h.setLocalAnchorB(mv(0.2, 0.3));
+    h.setCollideConnected(1);
+    h.setEnableLimit(0);
+    h.setEnableLimit(true);
+    h.setEnableMotor(false);
+    h.setEnableMotor(1);
+    h.setReferenceAngle(0.7);
+    h.setLowerLimit(-0.3);
+    h.setUpperLimit(0.9);
+    h.setMotorSpeed(1.7);
+    h.setMaxMotorTorque(3.3);
+    h.setCustomInt("k", 3);
+    h.select();
+    h.deselect();
+    joint slider = getJoint('slider');
+    slider.setMaxMotorForce(4.4);
+    slider.setLocalAxis(0.6, 0.8);
+    slider.setLocalAxis(mv(0.28, 0.96));
+    getJoint('spring').setLength(1.1);
+    getJoint('spring').setFrequency(2.2);
+    getJoint('spring').setDampingRatio(0.33);
+    getJoint('servo').setCorrectionFactor(0.123456789);
+
+    image i = getImage(1);
+    i.setName("picture");
+    i.setBody(2);
+    i.setBody(getBody(1));
+    i.setFile("other.png");
+    i.setCenter(0.1, 0.2);
+    i.setCenter(mv(0.3, 0.4));
+    i.setAngle(2.5);
+    i.setScale(3.25);
+    i.setHeight(3.5);
+    i.setAspectScale(1.5);
+    i.setOpacity(0.333);
+    i.setFlip(1);
+    i.setFlip(false);
+    i.setFlip(true);
+    i.setFilter(2);
+    i.setRenderOrder(4.5);
+    i.setColorTint(1, 2, 3, 4);
+    i.setColorTint(mc255(5, 6, 7, 8));
+    i.setCustomString("s", "it's");
+    i.select();
+
+    sampler s = getSampler(1);
+    s.setName("sampler one");
+    s.setBody(3);
+    s.setBody(getBody(2));
+    s.setFile("other.png");
+    s.setCenter(0.5, 0.6);
+    s.setCenter(mv(0.7, 0.8));
+    s.setAngle(0.9);
+    s.setHeight(1.25);
+    s.setOutputWidth(100);
+    s.setOutputHeight(50);
+    s.setOpacity(0.6);
+    s.setAlphaEdgeThreshold(0.3);
+    s.setFlip(1);
+    s.setFlip(false);
+    s.setColorTint(9, 10, 11, 12);
+    s.setColorTint(mc1(0.5, 0.25, 1, 1));
+    s.setAutoUpdate(1);
+    s.setAutoUpdate(false);
+    s.setAutoUpdate(true);
+    s.setUseColor(1);
+    s.setUseColor(false);
+    s.setUseColor(true);
+    s.setCustomFloat("f", 0.1);
+
+    object o = getObject(1);
+    o.setName("box instance");
+    o.setFile("other.plax");
+    o.setPosition(1, 2);
+    o.setPos(1.5, 2.5);
+    o.setPosition(mv(3, 4));
+    o.setPos(mv(3.5, 4.5));
+    o.setAngle(0.77);
+    o.setScale(1.3);
+    o.setFlip(1);
+    o.setFlip(false);
+    o.setFlip(true);
+
+    path p = getPath(1, 0);
+    p.setType(3);
+    p.setRadius(0.3);
+    p.setMaxPoints(9);
+    p.setMinAngle(12);
+    p.addControlPoint(1, mv(0.5, -0.25));
+    p.addControlPoint(0, 0.25, 0.75);
+    p.setControlPoint(2, mv(0.6, -0.3));
+    p.setControlPoint(3, 1.1, 0.1);
+    p.deleteControlPoint(5);
+
+    joint nj = addJoint(0, '{"type":"revolute","name":"added joint","bodyA":1,"bodyB":3,"anchorA":0,"anchorB":0}');
+    image ni = addImage("sprite.png", mv(1, 1));
+    image nij = addImage(0, '{"name":"json image","file":"sprite.png","center":{"x":2,"y":1},"scale":2}');
+    sampler ns = addSampler(mv(2, 2));
+    sampler nsj = addSampler(0, '{"name":"json sampler","file":"sprite.png","center":0,"paths":[{"type":"polygon","controlPoints":{"x":[0,1,0],"y":[0,0,1]}}]}');
+    object no = addObject("object.plax", mv(3, 3));
+    object noj = addObject(0, '{"name":"json object","file":"object.plax","position":{"x":-3,"y":1}}');
+    duplicate(getBody(3));
+    duplicate(getBody(2), true);
+    duplicate(getFixture(2));
+    duplicate(getJoint(2));
+    duplicate(getImage(1));
+    duplicate(getSampler(1));
+    duplicate(getObject(1));
+    duplicate(aj());
+    duplicate(si());
+
+    translate(getBody(2), mv(1, 1));
+    translate(getFixture(1), 0.5, 0.5);
+    translate(getVertex(1, 0), mv(0.1, 0.1));
+    translate(getJoint(3), 2, mv(0.2, 0.2));
+    translate(getImage(1), 1, 2);
+    translate(getSampler(1), mv(-1, 0));
+    translate(getObject(1), 0, 1);
+    translate(ai(), mv(0.25, 0));
+    rotate(getBody(3), 0, 0.5);
+    rotate(getFixture(3), 1, -0.5);
+    rotate(getVertex(2, 1), 2, 0.01);
+    rotate(getJoint(4), 2, 0, 0.3);
+    rotate(getImage(1), 0, 1.2);
+    rotate(getSampler(1), 1, 0.4);
+    rotate(getObject(1), 2, -0.2);
+    scale(getBody(3), 0, 1.5, 1.5);
+    scale(getFixture(2), 1, -1, 1);
+    scale(getVertex(1, 1), 2, 2, 2);
+    scale(getImage(1), 0, 2, 0.5);
+    scale(getSampler(1), 0, 0.5, 0.5);
+    scale(getObject(1), 0, 1.2, 1.2);
+    step(ab(), 3);
+    createFixture(getBody(3), getPath(1, 0));
+    createFixture(getBody(2), getPath(1, 1));
+
+    nj.delete();
+    ni.delete();
+    ns.delete();
+    no.delete();
+    getJoint(5).delete();
+    delete(getSamplers("json sampler"));
+    delete(getObjects("json object"));
+    delete(getImages("json image"));
+    getImage(1).delete();
+    getSampler(1).delete();
+    getObject(1).delete();
+}
+)";
+
 QByteArray savedBytes(EditorDocument& document, const QString& path)
 {
     EXPECT_TRUE(saveSceneFile(document.world(), path));
@@ -121,12 +290,12 @@ QByteArray savedBytes(EditorDocument& document, const QString& path)
 }
 
 // Scripts run, undone and redone; the saved bytes must match at each end.
-void expectExactUndoRedo(EditorDocument& document, const QString& folder)
+void expectExactUndoRedo(EditorDocument& document, const QString& folder, const char* script = kEverySetter)
 {
     const QByteArray before = savedBytes(document, folder + "/before.plax");
     {
         LogCapture capture;
-        ASSERT_TRUE(document.scripting().runOneShot(QString::fromUtf8(kEverySetter), QString()));
+        ASSERT_TRUE(document.scripting().runOneShot(QString::fromUtf8(script), QString()));
         EXPECT_EQ(capture.texts(LOG_WARNING) + capture.texts(LOG_ERROR), QStringList()) << "every call was applied";
     }
     const QByteArray after = savedBytes(document, folder + "/after.plax");
@@ -209,4 +378,22 @@ TEST(UndoFidelity, GeneratedScenesComeBackByteForByte)
         ASSERT_TRUE(document.load(path));
         expectExactUndoRedo(document, dir.path());
     }
+}
+
+TEST(UndoFidelity, EveryItemChangeComesBackByteForByte)
+{
+    QTemporaryDir dir;
+    const QString scene = writeItemScene(dir.filePath("scene"));
+    QImage other(3, 5, QImage::Format_ARGB32);
+    other.fill(Qt::blue);
+    ASSERT_TRUE(other.save(dir.filePath("scene/other.png")));
+    ASSERT_TRUE(QFile::copy(dir.filePath("scene/object.plax"), dir.filePath("scene/other.plax")));
+    EditorDocument document;
+    ASSERT_TRUE(document.load(scene));
+    ObjectManager cache;
+    SceneObjectsAttachment objects(document, cache);
+    expectExactUndoRedo(document, dir.path(), kEveryItemChange);
+    EXPECT_EQ(document.world().objects().size(), 1u);
+    EXPECT_TRUE(document.world().objects()[0]->objectDocument->filePath().endsWith("object.plax"))
+        << "undo attached the instance to its first file again";
 }

@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QMenu>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <QtTest/QTest>
@@ -32,6 +33,39 @@ void GuiTesting::answerNextMessageBox(QMessageBox::StandardButton button, BoxSee
             b->click();
         else
             box->reject();
+    });
+    timer->start(20);
+}
+
+void GuiTesting::chooseInNextMenu(int index, QStringList* seen, int timeoutMs)
+{
+    auto* timer = new QTimer(qApp);
+    auto* clock = new QElapsedTimer;
+    clock->start();
+    QObject::connect(timer, &QTimer::timeout, timer, [timer, clock, index, seen, timeoutMs] {
+        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        if (!menu && clock->elapsed() < timeoutMs)
+            return;
+        timer->stop();
+        timer->deleteLater();
+        delete clock;
+        if (!menu)
+            return;
+        QList<QAction*> entries;
+        for (QAction* action : menu->actions()) {
+            if (!action->isSeparator())
+                entries.append(action);
+        }
+        if (seen) {
+            for (QAction* action : entries)
+                seen->append(action->text());
+        }
+        if (index < 0 || index >= entries.size()) {
+            menu->close();
+            return;
+        }
+        menu->setActiveAction(entries[index]);
+        QTest::keyClick(menu, Qt::Key_Return);
     });
     timer->start(20);
 }

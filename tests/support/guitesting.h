@@ -2,6 +2,7 @@
 
 #include <QMessageBox>
 #include <QString>
+#include <QStringList>
 
 #include <functional>
 
@@ -22,6 +23,10 @@ struct BoxSeen
 /// `button`, recording its title and text into `seen`. Call before the code
 /// that shows the box.
 void answerNextMessageBox(QMessageBox::StandardButton button, BoxSeen* seen = nullptr, int timeoutMs = 5000);
+/// Chooses the entry at `index` of the next popup menu (shown within
+/// `timeoutMs`), recording the texts of its entries into `seen`; a negative
+/// index closes the menu without choosing. Call before the code that shows it.
+void chooseInNextMenu(int index, QStringList* seen = nullptr, int timeoutMs = 5000);
 /// Copies the bundled example scene into `dir` under `name`; returns its path.
 QString copyExample(const QTemporaryDir& dir, const QString& name = QStringLiteral("demo.plax"));
 /// Writes a text file; returns its path.

@@ -158,3 +158,72 @@ TEST_F(RenderingTest, HugeAndNonFiniteCoordinatesDrawAndZoomToFit)
     EXPECT_TRUE(std::isfinite(view->camera().center.x));
     EXPECT_FALSE(view->grabFramebuffer().isNull());
 }
+
+namespace
+{
+// Pixels of the label colour in the box where a label is written beside `at`.
+int labelPixels(const QImage& frame, QPointF at, const QColor& colour)
+{
+    int count = 0;
+    for (int y = int(at.y()) - 18; y < int(at.y()) - 2; ++y) {
+        for (int x = int(at.x()) + 5; x < int(at.x()) + 50; ++x) {
+            if (x >= 0 && y >= 0 && x < frame.width() && y < frame.height() && near(frame.pixelColor(x, y), colour, 40))
+                ++count;
+        }
+    }
+    return count;
+}
+} // namespace
+
+TEST_F(RenderingTest, LabelsNameTheItemsOfTheEditModeAndCanBeHidden)
+{
+    const ViewColors colors;
+    auto view = showView();
+    QImage frame = view->grabFramebuffer();
+    EXPECT_EQ(view->lastLabelCount(), 2); // "block" and "other"
+    const QPointF other = view->camera().toPixel({9, 5});
+    EXPECT_GT(labelPixels(frame, other, colors.label), 5);
+    const QPointF pinMiddle = view->camera().toPixel({7, 5});
+    EXPECT_EQ(labelPixels(frame, pinMiddle + QPointF(0, 20), colors.label), 0);
+
+    // In the joint mode the joint is named, at the middle of its anchors.
+    document.editorState().editMode = QStringLiteral("joints");
+    frame = view->grabFramebuffer();
+    EXPECT_EQ(view->lastLabelCount(), 1);
+
+    view->setShowLabels(false);
+    frame = view->grabFramebuffer();
+    EXPECT_EQ(view->lastLabelCount(), 0);
+    EXPECT_EQ(labelPixels(frame, other, colors.label), 0);
+}
+
+TEST_F(RenderingTest, BigScenesPanOverACachedPictureThatLooksLikeTheScene)
+{
+    auto view = showView();
+    const QImage direct = view->grabFramebuffer();
+    EXPECT_FALSE(view->lastFrameFromCache());
+
+    // Every scene counts as big now: the first frame renders the picture,
+    // the next, panned a little, only draws it.
+    view->setFrameCacheThreshold(0);
+    const QImage first = view->grabFramebuffer();
+    EXPECT_FALSE(view->lastFrameFromCache());
+    const ViewCamera camera = view->camera();
+    for (const Vec2 p : {Vec2{4, 3.5f}, Vec2{5, 5}, Vec2{-5, 6}, Vec2{-5, 4}, Vec2{3, -6}}) {
+        const QColor a = pixel(direct, camera.toPixel(p)), b = pixel(first, camera.toPixel(p));
+        EXPECT_TRUE(near(a, b, 4)) << describe(a) << " against " << describe(b);
+    }
+    const float step = float(10 * camera.worldPerPixel());
+    view->setView({camera.center.x + step, camera.center.y}, camera.height);
+    const QImage panned = view->grabFramebuffer();
+    EXPECT_TRUE(view->lastFrameFromCache());
+    for (const Vec2 p : {Vec2{4, 3.5f}, Vec2{-5, 6}, Vec2{-5, 4}}) {
+        const QColor a = pixel(direct, camera.toPixel(p));
+        const QColor b = pixel(panned, view->camera().toPixel(p));
+        EXPECT_TRUE(near(a, b, 4)) << describe(a) << " against " << describe(b);
+    }
+    // A change of the scene draws it again.
+    view->sceneChanged();
+    view->grabFramebuffer();
+    EXPECT_FALSE(view->lastFrameFromCache());
+}

@@ -1,0 +1,56 @@
+#include "sampling/pathfixture.h"
+
+#include "model/metashape.h"
+#include "model/metasampler.h"
+#include "sampling/samplerframe.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace
+{
+double signedArea(const std::vector<Vec2>& points)
+{
+    double sum = 0;
+    for (size_t i = 0, n = points.size(); i < n; ++i) {
+        const Vec2& p = points[i];
+        const Vec2& q = points[(i + 1) % n];
+        sum += double(p.x) * double(q.y) - double(q.x) * double(p.y);
+    }
+    return sum * 0.5;
+}
+} // namespace
+
+PathShape pathToShape(const MetaPath& path, const SamplerFrame& frame, const MetaBody* body)
+{
+    PathShape shape;
+    shape.type = path.type < 0 ? SHAPE_POLYGON : path.type;
+    shape.radius = std::isfinite(path.radius) ? std::max(path.radius, 0.0f) : 0.0f;
+    const size_t needed = shape.type == SHAPE_POLYGON || shape.type == SHAPE_LOOP ? 3 : shape.type == SHAPE_LINE ? 2 : 1;
+    if (path.controlPoints.size() < needed) {
+        shape.error = QStringLiteral("a %1 needs at least %2 points; the path has %3")
+                          .arg(MetaShape::typeWord(shape.type))
+                          .arg(needed)
+                          .arg(path.controlPoints.size());
+        return shape;
+    }
+    for (const Vec2& c : path.controlPoints)
+        shape.vertices.push_back(worldToBody(body, frame.toWorld(c)));
+
+    if (shape.type == SHAPE_POLYGON && signedArea(shape.vertices) < 0)
+        std::reverse(shape.vertices.begin(), shape.vertices.end());
+    if (shape.type == SHAPE_CIRCLE) {
+        Vec2 centre;
+        for (const Vec2& v : shape.vertices)
+            centre = centre + v;
+        centre = centre * (1.0f / float(shape.vertices.size()));
+        if (shape.radius == 0) {
+            double sum = 0;
+            for (const Vec2& v : shape.vertices)
+                sum += double((v - centre).length());
+            shape.radius = float(sum / double(shape.vertices.size()));
+        }
+        shape.vertices = {centre};
+    }
+    return shape;
+}
