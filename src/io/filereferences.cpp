@@ -81,11 +81,11 @@ QString exportedFileReference(const MetaWorld& exportedScene, const MetaItem& it
 
 void rebaseFileReferences(MetaWorld& scene, const QString& newFolder)
 {
-    const QString folder = QDir::cleanPath(QFileInfo(newFolder).absoluteFilePath());
+    const QString folder = newFolder.isEmpty() ? QString() : QDir::cleanPath(QFileInfo(newFolder).absoluteFilePath());
     const auto rebase = [&](QString& file) {
         const QString absolute = absoluteFileReference(scene, file);
         if (!QFileInfo(file).isAbsolute() && QFileInfo(absolute).isAbsolute())
-            file = relativeTo(folder, absolute);
+            file = folder.isEmpty() ? absolute : relativeTo(folder, absolute);
     };
     for (const auto& image : scene.images())
         rebase(image->file);

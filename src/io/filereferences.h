@@ -44,5 +44,6 @@ QString exportedFileReference(const MetaWorld& exportedScene, const MetaItem& it
 
 /// Rewrites the scene's relative references so that they name the same files
 /// from newFolder, which becomes the reference folder. For a document that
-/// takes a new file path in another folder.
+/// takes a new file path in another folder. An empty newFolder (a scene
+/// without file) turns the relative references into full paths.
 void rebaseFileReferences(MetaWorld& scene, const QString& newFolder);
