@@ -3,6 +3,7 @@
 #include "base/flags.h"
 #include "base/log.h"
 #include "editing/modifiedstate.h"
+#include "io/filereferences.h"
 #include "io/sceneloader.h"
 #include "io/scenewriter.h"
 #include "model/metaworld.h"
@@ -62,6 +63,9 @@ bool EditorDocument::save(const QString& path, bool adoptPath)
     if (adoptPath) {
         const QString absolute = QFileInfo(path).absoluteFilePath();
         if (absolute != m_filePath) {
+            // The file holds its references relative to its own folder; the
+            // model follows, so that they resolve from the new path too.
+            rebaseFileReferences(*m_world, QFileInfo(absolute).absolutePath());
             m_filePath = absolute;
             m_scripting->scriptLog().start(m_filePath);
         }
@@ -77,6 +81,9 @@ bool EditorDocument::loadRecovered(const QString& backupPath, const QString& ori
     if (!load(backupPath))
         return false;
     m_filePath = originalPath.isEmpty() ? QString() : QFileInfo(originalPath).absoluteFilePath();
+    // The copy names files relative to the backups folder; the document
+    // resolves them from its own file (a scene never saved holds full paths).
+    rebaseFileReferences(*m_world, m_filePath.isEmpty() ? QString() : QFileInfo(m_filePath).absolutePath());
     m_scripting->scriptLog().start(m_filePath);
     m_recovered = true;
     return true;

@@ -20,6 +20,8 @@ public:
 
     /// True when the member with this path may be written.
     bool allows(const char* path) const;
+    /// True when no path is refused: nothing needs to be asked.
+    bool excludesNothing() const { return m_excluded.isEmpty() && !m_predicate; }
 
 private:
     QSet<QString> m_excluded;
