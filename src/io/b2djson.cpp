@@ -21,7 +21,7 @@ Vec2 v(const b2Vec2& p)
 }
 
 // A shape member; its key is asked of the filter before its own members.
-void writeShape(const b2Shape& shape, const RawInfoMembers& fixture, const JsonEmitter& out,
+void writeShape(const b2Shape& shape, const MetaItem* item, const RawInfoMembers& fixture, const JsonEmitter& out,
                 const ExportPropertyFilter& filter)
 {
     switch (shape.GetType()) {
@@ -29,7 +29,7 @@ void writeShape(const b2Shape& shape, const RawInfoMembers& fixture, const JsonE
         if (!fixture.member("circle"))
             return;
         const auto& circle = static_cast<const b2CircleShape&>(shape);
-        RawInfoMembers m(out, filter, "/world/body/fixture/circle/");
+        RawInfoMembers m(out, filter, "/world/body/fixture/circle/", item);
         out.sink().startObject();
         m.addVec2("center", v(circle.m_p));
         m.addFloat("radius", circle.m_radius);
@@ -40,7 +40,7 @@ void writeShape(const b2Shape& shape, const RawInfoMembers& fixture, const JsonE
         if (!fixture.member("polygon"))
             return;
         const auto& polygon = static_cast<const b2PolygonShape&>(shape);
-        RawInfoMembers m(out, filter, "/world/body/fixture/polygon/");
+        RawInfoMembers m(out, filter, "/world/body/fixture/polygon/", item);
         static_assert(sizeof(b2Vec2) == sizeof(Vec2));
         std::array<Vec2, b2_maxPolygonVertices> points;
         const int count = std::clamp(polygon.m_count, 0, b2_maxPolygonVertices);
@@ -55,7 +55,7 @@ void writeShape(const b2Shape& shape, const RawInfoMembers& fixture, const JsonE
         if (!fixture.member("edge"))
             return;
         const auto& edge = static_cast<const b2EdgeShape&>(shape);
-        RawInfoMembers m(out, filter, "/world/body/fixture/edge/");
+        RawInfoMembers m(out, filter, "/world/body/fixture/edge/", item);
         out.sink().startObject();
         m.addVec2("vertex1", v(edge.m_vertex1));
         m.addVec2("vertex2", v(edge.m_vertex2));
@@ -72,7 +72,7 @@ void writeShape(const b2Shape& shape, const RawInfoMembers& fixture, const JsonE
         if (!fixture.member("chain"))
             return;
         const auto& chain = static_cast<const b2ChainShape&>(shape);
-        RawInfoMembers m(out, filter, "/world/body/fixture/chain/");
+        RawInfoMembers m(out, filter, "/world/body/fixture/chain/", item);
         // A loop repeats its first vertex at the end and has its neighbours;
         // an open chain's neighbours only make it collide from both sides.
         const bool loop = chain.m_count > 2 && chain.m_vertices[0] == chain.m_vertices[chain.m_count - 1];
@@ -98,7 +98,7 @@ void writeShape(const b2Shape& shape, const RawInfoMembers& fixture, const JsonE
 void writeFixture(const BuiltFixture& built, const JsonEmitter& out, const ExportPropertyFilter& filter)
 {
     const b2Fixture& fixture = *built.fixture;
-    RawInfoMembers m(out, filter, "/world/body/fixture/");
+    RawInfoMembers m(out, filter, "/world/body/fixture/", built.source);
     out.sink().startObject();
     if (!built.name.isEmpty())
         m.addString("name", built.name);
@@ -110,7 +110,7 @@ void writeFixture(const BuiltFixture& built, const JsonEmitter& out, const Expor
     m.addInt("filter-categoryBits", f.categoryBits);
     m.addInt("filter-maskBits", f.maskBits);
     m.addInt("filter-groupIndex", f.groupIndex);
-    writeShape(*fixture.GetShape(), m, out, filter);
+    writeShape(*fixture.GetShape(), built.source, m, out, filter);
     if (built.source && !built.source->customProperties.empty() && m.member("customProperties"))
         emitCustomProperties(built.source->customProperties, out);
     out.sink().endObject();
@@ -119,7 +119,7 @@ void writeFixture(const BuiltFixture& built, const JsonEmitter& out, const Expor
 void writeBody(const BuiltBody& built, const JsonEmitter& out, const ExportPropertyFilter& filter)
 {
     const b2Body& body = *built.body;
-    RawInfoMembers m(out, filter, "/world/body/");
+    RawInfoMembers m(out, filter, "/world/body/", built.source);
     out.sink().startObject();
     if (!built.name.isEmpty())
         m.addString("name", built.name);
@@ -147,7 +147,7 @@ void writeBody(const BuiltBody& built, const JsonEmitter& out, const ExportPrope
     if (m.member("fixture")) {
         out.sink().startArray();
         for (const BuiltFixture& fixture : built.fixtures) {
-            if (!fixture.reverseTwin)
+            if (!fixture.reverseTwin && filter.allowsItem(fixture.source))
                 writeFixture(fixture, out, filter);
         }
         out.sink().endArray();
@@ -156,6 +156,33 @@ void writeBody(const BuiltBody& built, const JsonEmitter& out, const ExportPrope
         emitCustomProperties(built.source->customProperties, out);
     out.sink().endObject();
 }
+
+// Where each built body lands in the "body" array: without an item filter
+// its own position; with one, bodies left out get -1 and the rest close up.
+class BodyPositions
+{
+public:
+    BodyPositions(const WorldBuild& build, const ExportPropertyFilter& filter)
+    {
+        if (!filter.asksItems())
+            return;
+        m_positions.reserve(build.bodies().size());
+        int next = 0;
+        for (const BuiltBody& body : build.bodies())
+            m_positions.push_back(filter.allowsItem(body.source) ? next++ : -1);
+    }
+
+    bool isWritten(size_t index) const { return m_positions.empty() || m_positions[index] >= 0; }
+    int of(int index) const
+    {
+        if (m_positions.empty() || index < 0 || size_t(index) >= m_positions.size())
+            return index;
+        return m_positions[size_t(index)];
+    }
+
+private:
+    std::vector<int> m_positions;
+};
 
 const char* jointTypeText(int type)
 {
@@ -175,17 +202,18 @@ const char* jointTypeText(int type)
     }
 }
 
-void writeJoint(const BuiltJoint& built, const JsonEmitter& out, const ExportPropertyFilter& filter)
+void writeJoint(const BuiltJoint& built, int bodyA, int bodyB, const JsonEmitter& out,
+                const ExportPropertyFilter& filter)
 {
     const MetaJoint& j = *built.placed;
-    RawInfoMembers m(out, filter, "/world/joint/");
+    RawInfoMembers m(out, filter, "/world/joint/", built.source);
     out.sink().startObject();
     if (m.member("type"))
         out.stringValue(jointTypeText(j.type));
     if (!built.name.isEmpty())
         m.addString("name", built.name);
-    m.addInt("bodyA", built.bodyIndexA);
-    m.addInt("bodyB", built.bodyIndexB);
+    m.addInt("bodyA", bodyA);
+    m.addInt("bodyB", bodyB);
     m.addBool("collideConnected", j.collideConnected);
     // Every joint type a scene holds starts with its two anchors.
     if (!MetaJoint::typeWord(j.type).isEmpty()) {
@@ -287,28 +315,45 @@ void b2dJson::write(const WorldBuild& build, const MetaWorld& scene, JsonSink& s
     if (!scene.customProperties.empty() && m.member("customProperties"))
         emitCustomProperties(scene.customProperties, out);
 
+    // Items the filter leaves out shift the positions of those after them;
+    // joints and images refer to bodies by the positions written.
+    const BodyPositions positions(build, m_filter);
+
     out.key("body");
     sink.startArray();
-    for (const BuiltBody& body : build.bodies())
-        writeBody(body, out, m_filter);
+    for (size_t i = 0; i < build.bodies().size(); ++i) {
+        if (positions.isWritten(i))
+            writeBody(build.bodies()[i], out, m_filter);
+    }
     sink.endArray();
 
     out.key("joint");
     sink.startArray();
-    for (const BuiltJoint& joint : build.joints())
-        writeJoint(joint, out, m_filter);
+    for (const BuiltJoint& joint : build.joints()) {
+        const int bodyA = positions.of(joint.bodyIndexA), bodyB = positions.of(joint.bodyIndexB);
+        // A joint needs both its bodies.
+        if ((bodyA < 0 && joint.bodyIndexA >= 0) || (bodyB < 0 && joint.bodyIndexB >= 0))
+            continue;
+        if (m_filter.allowsItem(joint.source))
+            writeJoint(joint, bodyA, bodyB, out, m_filter);
+    }
     sink.endArray();
 
     if (!build.images().empty() && m.member("image")) {
         sink.startArray();
-        for (const BuiltImage& image : build.images())
-            b2dJsonImage::write(image, scene, out, m_filter);
+        for (const BuiltImage& image : build.images()) {
+            // An image whose body is left out stays, without a body.
+            if (m_filter.allowsItem(image.source))
+                b2dJsonImage::write(image, positions.of(image.bodyIndex), scene, out, m_filter);
+        }
         sink.endArray();
     }
     if (!scene.objects().empty() && m.member("object")) {
         sink.startArray();
-        for (const auto& object : scene.objects())
-            b2dJsonObject::write(*object, out, m_filter);
+        for (const auto& object : scene.objects()) {
+            if (m_filter.allowsItem(object.get()))
+                b2dJsonObject::write(*object, out, m_filter);
+        }
         sink.endArray();
     }
     sink.endObject();

@@ -20,13 +20,13 @@ void floatArray(const std::array<float, N>& values, const JsonEmitter& emitter)
 
 namespace b2dJsonImage
 {
-void write(const BuiltImage& built, const MetaWorld& scene, const JsonEmitter& emitter,
+void write(const BuiltImage& built, int bodyIndex, const MetaWorld& scene, const JsonEmitter& emitter,
            const ExportPropertyFilter& filter)
 {
     const MetaImage& image = *built.placed;
-    RawInfoMembers m(emitter, filter, "/world/image/");
+    RawInfoMembers m(emitter, filter, "/world/image/", built.source);
     emitter.sink().startObject();
-    m.addInt("body", built.bodyIndex);
+    m.addInt("body", bodyIndex);
     if (!built.name.isEmpty())
         m.addString("name", built.name);
     // An object file's images are relative to the object file in its model.

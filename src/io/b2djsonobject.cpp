@@ -9,7 +9,7 @@ namespace b2dJsonObject
 {
 void write(const MetaObject& object, const JsonEmitter& emitter, const ExportPropertyFilter& filter)
 {
-    RawInfoMembers m(emitter, filter, "/world/object/");
+    RawInfoMembers m(emitter, filter, "/world/object/", &object);
     emitter.sink().startObject();
     if (!object.name().isEmpty())
         m.addString("name", object.name());

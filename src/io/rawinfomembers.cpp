@@ -11,7 +11,7 @@ bool RawInfoMembers::asks(const char* key) const
     std::memcpy(path, m_prefix, prefixLength);
     std::memcpy(path + prefixLength, key, keyLength);
     path[prefixLength + keyLength] = '\0';
-    return m_filter.allows(path);
+    return m_filter.allows(path, m_item);
 }
 
 bool RawInfoMembers::member(const char* key) const

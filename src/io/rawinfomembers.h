@@ -5,13 +5,15 @@
 
 /// Writes the members of one raw-info record, asking the export filter
 /// first: each key is checked under the record's path prefix
-/// ("/world/body/" + key). A filter that excludes nothing is not asked.
+/// ("/world/body/" + key), for the scene item the record comes from (null
+/// for the world). A filter that excludes nothing is not asked.
 class RawInfoMembers
 {
 public:
-    /// A writer for records under the prefix (a string literal).
-    RawInfoMembers(const JsonEmitter& emitter, const ExportPropertyFilter& filter, const char* prefix)
-        : m_emitter(emitter), m_filter(filter), m_prefix(prefix), m_everything(filter.excludesNothing())
+    /// A writer for records under the prefix (a string literal) of `item`.
+    RawInfoMembers(const JsonEmitter& emitter, const ExportPropertyFilter& filter, const char* prefix,
+                   const MetaItem* item = nullptr)
+        : m_emitter(emitter), m_filter(filter), m_prefix(prefix), m_item(item), m_everything(filter.excludesNothing())
     {
     }
 
@@ -38,5 +40,6 @@ private:
     const JsonEmitter& m_emitter;
     const ExportPropertyFilter& m_filter;
     const char* m_prefix;
+    const MetaItem* m_item;
     bool m_everything;
 };

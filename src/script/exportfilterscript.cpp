@@ -115,29 +115,36 @@ bool ExportFilterSession::ask(asIScriptFunction* function, const MetaItem* item,
     return true;
 }
 
-bool ExportFilterSession::shouldExportItem(ItemKind kind, ItemId id)
+bool ExportFilterSession::isOwn(const MetaItem& item) const
 {
-    if (!m_script)
-        return true;
-    asIScriptFunction* function = m_script->itemFunction(kind);
-    const MetaItem* item = function ? m_document.world().findItem(kind, id) : nullptr;
-    return !item || ask(function, item, nullptr, itemKey(kind, id));
+    return m_document.world().findItem(item.kind(), item.id()) == &item;
 }
 
-bool ExportFilterSession::shouldExportProperty(ItemKind kind, ItemId id, const QString& path)
+bool ExportFilterSession::shouldExportItem(const MetaItem& item)
 {
     if (!m_script)
         return true;
-    asIScriptFunction* function = m_script->propertyFunction(kind);
-    const MetaItem* item = function ? m_document.world().findItem(kind, id) : nullptr;
-    return !item || ask(function, item, &path, itemKey(kind, id));
+    asIScriptFunction* function = m_script->itemFunction(item.kind());
+    if (!function || !isOwn(item))
+        return true;
+    const quint64 key = itemKey(item.kind(), item.id());
+    const auto known = m_itemDecisions.constFind(key);
+    if (known != m_itemDecisions.constEnd())
+        return *known;
+    const bool yes = ask(function, &item, nullptr, key);
+    m_itemDecisions.insert(key, yes);
+    return yes;
 }
 
-bool ExportFilterSession::shouldExportWorldProperty(const QString& path)
+bool ExportFilterSession::shouldExportProperty(const MetaItem* item, const QString& path)
 {
     if (!m_script)
         return true;
-    asIScriptFunction* function = m_script->worldPropertyFunction();
-    // The world is not an item: it gets a key of its own past every kind.
-    return !function || ask(function, nullptr, &path, itemKey(ItemKind(kItemKindCount), 0));
+    if (!item) {
+        asIScriptFunction* function = m_script->worldPropertyFunction();
+        // The world is not an item: it gets a key of its own past every kind.
+        return !function || ask(function, nullptr, &path, itemKey(ItemKind(kItemKindCount), 0));
+    }
+    asIScriptFunction* function = m_script->propertyFunction(item->kind());
+    return !function || !isOwn(*item) || ask(function, item, &path, itemKey(item->kind(), item->id()));
 }

@@ -4,7 +4,9 @@
 #include "model/itemkind.h"
 #include "script/documentscriptcall.h"
 #include "script/documentscriptmodule.h"
+#include "io/exportfilter.h"
 
+#include <QHash>
 #include <QSet>
 #include <QString>
 
@@ -42,21 +44,24 @@ private:
 };
 
 /// The export filter as one export sees it: what the raw-info writer asks,
-/// item by item and member by member. Made when the export starts, it loads
-/// the document's filter script if its setting changed (in the editor only
-/// once the user allowed the scene's scripts, see DocumentScripts) and holds
-/// the script engine for the export. Without a filter everything is
+/// item by item and member by member (install it with
+/// ExportPropertyFilter::setItemFilter). Made when the export starts, it
+/// loads the document's filter script if its setting changed (in the editor
+/// only once the user allowed the scene's scripts, see DocumentScripts) and
+/// holds the script engine for the export. Without a filter everything is
+/// exported. Items that are not the document's own (those an object instance
+/// brings from its object file) cannot be handed to the script and are
 /// exported. An item for which the script fails (an exception, or running
-/// too long) is exported as if no filter were set, with all its members,
-/// and the failure is logged once for that item in this export, not once
-/// per member; after ten such items only a count follows at the end.
-class ExportFilterSession
+/// too long) is exported as if no filter were set, with all its members, and
+/// the failure is logged once for that item in this export, not once per
+/// member; after ten such items only a count follows at the end.
+class ExportFilterSession : public ExportItemFilter
 {
 public:
     /// The filter for an export of `document`.
     explicit ExportFilterSession(ScriptDocument& document);
     /// Logs how many items failed beyond the ones named.
-    ~ExportFilterSession();
+    ~ExportFilterSession() override;
     ExportFilterSession(const ExportFilterSession&) = delete;
     ExportFilterSession& operator=(const ExportFilterSession&) = delete;
 
@@ -64,22 +69,24 @@ public:
     bool isActive() const { return m_script != nullptr; }
 
     /// False when the script leaves the item out (bodies, fixtures, joints,
-    /// images, objects; samplers and unknown ids are always exported).
-    bool shouldExportItem(ItemKind kind, ItemId id);
-    /// False when the script leaves out the member `path` of the item.
-    bool shouldExportProperty(ItemKind kind, ItemId id, const QString& path);
-    /// False when the script leaves out the world member `path`.
-    bool shouldExportWorldProperty(const QString& path);
+    /// images, objects; samplers and items not of the document are always
+    /// exported). Asked once per item and export.
+    bool shouldExportItem(const MetaItem& item) override;
+    /// False when the script leaves out the member `path` of the item (the
+    /// world when `item` is null).
+    bool shouldExportProperty(const MetaItem* item, const QString& path) override;
 
     /// Number of items the script failed for in this export.
     int failedItemCount() const { return m_failedCount; }
 
 private:
     bool ask(AngelScript::asIScriptFunction* function, const MetaItem* item, const QString* path, quint64 key);
+    bool isOwn(const MetaItem& item) const;
 
     ScriptDocument& m_document;
     ExportFilterScript* m_script = nullptr;
     std::unique_ptr<DocumentScriptCall> m_call;
     QSet<quint64> m_failed;
+    QHash<quint64, bool> m_itemDecisions;
     int m_failedCount = 0;
 };

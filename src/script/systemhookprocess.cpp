@@ -61,7 +61,8 @@ void SystemHookProcess::report()
     if (m_reported)
         return;
     m_reported = true;
-    m_output = QString::fromLocal8Bit(m_process.readAll()).trimmed();
+    if (m_process.isOpen())
+        m_output = QString::fromLocal8Bit(m_process.readAll()).trimmed();
     if (m_errorText.isEmpty()) {
         if (m_process.error() == QProcess::FailedToStart)
             m_errorText = m_process.errorString();
