@@ -28,6 +28,10 @@ struct PropertyDef
     };
 
     QString label;
+    /// The name the property display filter script is asked about: the
+    /// untranslated label in lower camel case ("name", "linearDamping",
+    /// "positionX"), "customProperties/" and the name for a custom property.
+    QString key;
     Type type = Type::Float;
     /// Entries of a Choice row, by value 0, 1, ...
     QStringList choices;
@@ -43,6 +47,9 @@ struct PropertyDef
     /// its own; used instead of `set` when given (custom properties).
     std::function<void(EditorDocument&, ItemKind, const QVariant&)> setAll;
 };
+
+/// The key of a row label: "Linear damping" gives "linearDamping".
+QString propertyKeyOf(const char* label);
 
 /// Rows for bodies.
 std::vector<PropertyDef> bodyProperties();

@@ -182,7 +182,8 @@ void DocumentScripts::reloadIfNeeded(Script script, bool wait)
 
 CustomLabelScript* DocumentScripts::labels()
 {
-    if (!isAllowed())
+    // A scene never saved names only what the user set in this session.
+    if (!isAllowed() && !(m_document.filePath().isEmpty() && decide()))
         return nullptr;
     reloadIfNeeded(Script::CustomLabels, false);
     return m_labels.module().hasFunctions() ? &m_labels : nullptr;
@@ -190,7 +191,7 @@ CustomLabelScript* DocumentScripts::labels()
 
 DisplayFilterScript* DocumentScripts::displayFilter()
 {
-    if (!isAllowed())
+    if (!isAllowed() && !(m_document.filePath().isEmpty() && decide()))
         return nullptr;
     reloadIfNeeded(Script::DisplayFilter, false);
     return m_displayFilter.module().hasFunctions() ? &m_displayFilter : nullptr;
