@@ -234,9 +234,12 @@ QString propertyKeyOf(const char* label)
 {
     QString key;
     bool upper = false;
+    int depth = 0;
     for (const char* c = label; *c; ++c) {
         const QChar ch = QLatin1Char(*c);
-        if (!ch.isLetterOrNumber()) {
+        // A unit in parentheses is not part of the name: "Angle (rad)" is "angle".
+        depth += ch == QLatin1Char('(') ? 1 : (ch == QLatin1Char(')') ? -1 : 0);
+        if (depth > 0 || !ch.isLetterOrNumber()) {
             upper = !key.isEmpty();
             continue;
         }
