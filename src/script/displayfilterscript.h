@@ -13,8 +13,8 @@ class ScriptDocument;
 /// property display filter %1)": it may define "bool
 /// shouldDisplayProperty(world, const string& in)" and the same for body,
 /// fixture, joint, image, sampler and object. The properties panel asks it
-/// about each row by the scene-file key the row edits ("name", "position",
-/// "angle", "density", "anchorA", ...; a custom property by
+/// about each row by the row's name in lower camel case without a unit
+/// ("name", "linearDamping", "angle", ...; a custom property by
 /// "customProperties/" and its name); false hides the row.
 class DisplayFilterScript
 {

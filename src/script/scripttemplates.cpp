@@ -67,9 +67,10 @@ QString displayFilterTemplate()
 {
     QString text = QStringLiteral(
         "// You can use these functions to customize which properties the\n"
-        "// properties panel shows. Properties are named by their key in the\n"
-        "// scene file, like \"name\", \"position\" or \"density\"; custom properties\n"
-        "// as \"customProperties/\" followed by their name.\n"
+        "// properties panel shows. Properties are named by their row in the\n"
+        "// panel in lower camel case, without a unit in parentheses, like\n"
+        "// \"name\", \"linearDamping\" or \"angle\"; custom properties as\n"
+        "// \"customProperties/\" followed by their name.\n"
         "// If functions are left commented out, the default is to display.\n");
     for (const char* kind : {"world", "body", "fixture", "joint", "image", "sampler", "object"}) {
         text += QStringLiteral("\n"
