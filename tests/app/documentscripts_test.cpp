@@ -21,6 +21,8 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QDialogButtonBox>
+#include <QPushButton>
 #include <QDir>
 #include <QFile>
 #include <QLineEdit>
@@ -182,19 +184,29 @@ TEST_F(DocumentScriptsWindowTest, HooksDialogWritesTheTableAndADigitKeyRunsItsHo
         auto* dialog = qobject_cast<ScriptHooksDialog*>(QApplication::activeModalWidget());
         if (!dialog)
             return;
-        dialog->tree()->setCurrentIndex(dialog->model().eventIndex(SHE_KEY_5));
-        dialog->addScripts({dir.filePath("missing-first.rs"), dir.filePath("nudge.rs")});
-        // The missing file would stop the list: move it after the real one.
-        dialog->tree()->setCurrentIndex(dialog->model().index(0, 0, dialog->model().eventIndex(SHE_KEY_5)));
-        dialog->moveScript(1);
-        edited = true;
-        dialog->accept();
+        QTreeView* tree = dialog->tree();
+        const auto click = [tree](const QModelIndex& index) {
+            tree->scrollTo(index);
+            QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, tree->visualRect(index).center());
+        };
+        click(dialog->model().eventIndex(SHE_KEY_5));
+        dialog->addScripts({dir.filePath("missing-first.rs"), dir.filePath("nudge.rs"), dir.filePath("dropped.rs")});
+        // The missing file would stop the list: move it after the real one,
+        // and take the third away again, with the dialog's buttons.
+        const QModelIndex key5 = dialog->model().eventIndex(SHE_KEY_5);
+        click(dialog->model().index(0, 0, key5));
+        QTest::mouseClick(dialog->findChild<QPushButton*>("MoveHookScriptDown"), Qt::LeftButton);
+        click(dialog->model().index(2, 0, key5));
+        QTest::mouseClick(dialog->findChild<QPushButton*>("RemoveHookScript"), Qt::LeftButton);
+        edited = dialog->model().rowCount(key5) == 2;
+        QTest::mouseClick(dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok), Qt::LeftButton);
     });
     window->action("actionScriptHooks")->trigger();
     ASSERT_TRUE(edited);
     const QString written = readText(dir.filePath("config/scripthooks.json"));
     EXPECT_TRUE(written.contains("\"KEY_5\"")) << written.toStdString();
     EXPECT_LT(written.indexOf("nudge.rs"), written.indexOf("missing-first.rs"));
+    EXPECT_FALSE(written.contains("dropped.rs"));
 
     const int before = document.undoStack().count();
     opened->setFocus();
