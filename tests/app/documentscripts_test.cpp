@@ -88,7 +88,9 @@ protected:
         {
             ScriptDocumentScope scope(&prepared);
             EXPECT_TRUE(prepared.scripting().runOneShot(
-                "setCustomLabelsScriptFile('labels.rs'); setPropertyDisplayFilterScriptFile('display.rs');", QString()));
+                "setCustomLabelsScriptFile('labels.rs'); setPropertyDisplayFilterScriptFile('display.rs');"
+                "setAfterExportSystemHook('echo ran > ran.txt', '', true);",
+                QString()));
         }
         EXPECT_TRUE(prepared.save(path, true));
         return path;
@@ -132,8 +134,14 @@ TEST_F(DocumentScriptsWindowTest, RefusedScriptsRunNotAndAnAgreementIsAskedOnceA
     ASSERT_TRUE(asked.seen);
     EXPECT_TRUE(asked.text.contains(dir.filePath("labels.rs"))) << asked.text.toStdString();
     EXPECT_TRUE(asked.text.contains(dir.filePath("display.rs")));
+    EXPECT_TRUE(asked.text.contains("echo ran > ran.txt")) << "the command is named too";
     EXPECT_EQ(labelsDrawn(), 8) << "refused: every body keeps its default label";
     EXPECT_TRUE(angleRowShown(opened->document()));
+    auto* exports = window->findChild<ExportActions*>();
+    ASSERT_TRUE(exports->exportTo(ExportKind::RawInfo, dir.filePath("refused.json")));
+    QTest::qWait(300);
+    EXPECT_TRUE(QFile::exists(dir.filePath("refused.json")));
+    EXPECT_FALSE(QFile::exists(dir.filePath("ran.txt"))) << "refused: the command does not run";
     window.reset();
 
     // Agreeing shows the scripts' work, and is not asked again for the same file.
