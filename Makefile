@@ -6,7 +6,11 @@ ASAN_BUILD ?= build-asan
 JOBS       ?= $(shell nproc)
 EXAMPLE    ?= examples/demo.plax
 
-.PHONY: all deps build run test test-sanitize bench clean
+FUZZ_BUILD   ?= build-fuzz
+FUZZ_SECONDS ?= 60
+FUZZ_TARGETS ?= scenereader rawinforeader preprocessor export decomposition
+
+.PHONY: all deps build run test test-sanitize bench fuzz clean
 
 all: build
 
@@ -47,5 +51,21 @@ bench: build
 	@if [ -n "$$DISPLAY" ]; then ./$(BUILD)/bench/plax-render-bench; \
 	else xvfb-run -a -s "-screen 0 1600x1000x24" ./$(BUILD)/bench/plax-render-bench; fi
 
+# Builds the libFuzzer targets with clang and runs each for FUZZ_SECONDS on
+# a copy of its seed corpus (tests/fuzz/corpus/<target>); new inputs stay in
+# $(FUZZ_BUILD)/corpus. A finding stops the run with the crashing input saved
+# as $(FUZZ_BUILD)/crash-*.
+fuzz: deps
+	CC=clang CXX=clang++ cmake -S . -B $(FUZZ_BUILD) -DCMAKE_BUILD_TYPE=RelWithDebInfo -DPLAX_FUZZ=ON \
+	  -DPLAX_BUILD_TESTS=OFF -DPLAX_BUILD_BENCH=OFF
+	cmake --build $(FUZZ_BUILD) --target plax-fuzzers -j $(JOBS)
+	@for t in $(FUZZ_TARGETS); do \
+	  mkdir -p $(FUZZ_BUILD)/corpus/$$t && \
+	  echo "== fuzz-$$t for $(FUZZ_SECONDS) s" && \
+	  ASAN_OPTIONS=detect_leaks=0 QT_QPA_PLATFORM=offscreen $(FUZZ_BUILD)/tests/fuzz/fuzz-$$t \
+	    -max_total_time=$(FUZZ_SECONDS) -timeout=30 -rss_limit_mb=4096 -print_final_stats=1 \
+	    -artifact_prefix=$(FUZZ_BUILD)/ $(FUZZ_BUILD)/corpus/$$t tests/fuzz/corpus/$$t || exit 1; \
+	done
+
 clean:
-	rm -rf $(BUILD) $(ASAN_BUILD)
+	rm -rf $(BUILD) $(ASAN_BUILD) $(FUZZ_BUILD)

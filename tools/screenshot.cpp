@@ -71,12 +71,44 @@ int main(int argc, char** argv)
             document->scripting().runOneShot(QString::fromUtf8(file.readAll()), QString());
     }
     QTest::qWait(200);
+    // The picture: the window with each OpenGL view's frame buffer, rendered
+    // now, drawn over its place (the window's own grab composes them from an
+    // earlier frame), and a dialog open over it drawn where it stands.
+    bool taken = false;
+    bool saved = false;
+    const auto take = [&] {
+        if (taken)
+            return;
+        taken = true;
+        QImage picture = window.grab().toImage();
+        QPainter painter(&picture);
+        for (QOpenGLWidget* gl : window.findChildren<QOpenGLWidget*>()) {
+            if (gl->isVisible())
+                painter.drawImage(gl->mapTo(&window, QPoint(0, 0)), gl->grabFramebuffer());
+        }
+        if (QWidget* modal = QApplication::activeModalWidget())
+            painter.drawImage(window.mapFromGlobal(modal->mapToGlobal(QPoint(0, 0))), modal->grab().toImage());
+        painter.end();
+        saved = picture.save(out);
+        if (saved)
+            std::printf("wrote %s (%dx%d)\n", qPrintable(out), picture.width(), picture.height());
+    };
     for (const QString& key : keys) {
         if (key.startsWith(QLatin1String("action:"))) {
-            if (QAction* action = window.action(key.mid(7)))
-                action->trigger();
-            else
+            QAction* action = window.action(key.mid(7));
+            if (!action) {
                 std::fprintf(stderr, "no action %s\n", qPrintable(key.mid(7)));
+                continue;
+            }
+            // An action that opens a modal dialog runs its own event loop
+            // until the dialog closes: the picture is taken from inside it.
+            QTimer::singleShot(waitMs + 100, &window, [&] {
+                if (QWidget* modal = QApplication::activeModalWidget()) {
+                    take();
+                    modal->close();
+                }
+            });
+            action->trigger();
             QTest::qWait(100);
             continue;
         }
@@ -88,21 +120,11 @@ int main(int argc, char** argv)
         QTest::qWait(50);
     }
     QTest::qWait(waitMs);
-    // The window's own grab composes OpenGL views from an earlier frame; draw
-    // each view's frame buffer, rendered now, over its place instead.
-    QImage picture = window.grab().toImage();
-    {
-        QPainter painter(&picture);
-        for (QOpenGLWidget* gl : window.findChildren<QOpenGLWidget*>()) {
-            if (gl->isVisible())
-                painter.drawImage(gl->mapTo(&window, QPoint(0, 0)), gl->grabFramebuffer());
-        }
-    }
-    if (!picture.save(out)) {
+    take();
+    if (!saved) {
         std::fprintf(stderr, "could not write %s\n", qPrintable(out));
         return 1;
     }
-    std::printf("wrote %s (%dx%d)\n", qPrintable(out), picture.width(), picture.height());
     if (QMdiSubWindow* sub = window.mdiArea()->activeSubWindow()) {
         if (auto* view = qobject_cast<EditorView*>(sub->widget()); view && qEnvironmentVariableIsSet("PLAX_SHOT_VIEW"))
             view->grabFramebuffer().save(qEnvironmentVariable("PLAX_SHOT_VIEW"));

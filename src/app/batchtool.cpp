@@ -10,12 +10,14 @@
 #include "io/exportfilter.h"
 #include "io/rawinfoexport.h"
 #include "model/metaworld.h"
+#include "objects/documentexport.h"
 #include "objects/instanceattach.h"
 #include "objects/objectexpansion.h"
 #include "objects/objectmanager.h"
 #include "physics/worldbuild.h"
 #include "script/batchscript.h"
 #include "script/scriptexecution.h"
+#include "script/scripthooksmanager.h"
 
 #include <angelscript.h>
 
@@ -159,17 +161,11 @@ bool writeOutputs(EditorDocument& document, const BatchRequest& request)
             plaxLog(LOG_ERROR, "Exporting source code is disabled in the trial version.");
         return true;
     }
-    const MetaWorld& scene = document.world();
-    const std::unique_ptr<ExpandedWorld> expanded = buildExportWorld(document);
-    WorldBuild& build = expanded->build();
-    if (!request.exportFile.isEmpty()) {
-        const ExportPropertyFilter filter(scene.excludedJsonExportProperties);
-        if (!writeRawInfoFile(build, scene, filter, request.exportFile)) {
-            plaxLog(LOG_ERROR, QStringLiteral("Failed to export raw info to '%1'.").arg(request.exportFile));
-            return false;
-        }
+    if (!request.exportFile.isEmpty() && !exportDocument(document, ExportKind::RawInfo, request.exportFile)) {
+        plaxLog(LOG_ERROR, QStringLiteral("Failed to export raw info to '%1'.").arg(request.exportFile));
+        return false;
     }
-    if (!request.sourceFile.isEmpty() && !writeSourceCodeFile(build, request.sourceFile)) {
+    if (!request.sourceFile.isEmpty() && !exportDocument(document, ExportKind::SourceCode, request.sourceFile)) {
         plaxLog(LOG_ERROR, QStringLiteral("Failed to export source code to '%1'.").arg(request.sourceFile));
         return false;
     }
@@ -246,6 +242,8 @@ int runBatchTool(const QStringList& arguments)
     if (request.verbose)
         plaxLog(LOG_INFO, QStringLiteral("Attempting to open '%1'.").arg(request.inputFile));
 
+    // The working folder's hooks run around the exports the command line asks for.
+    ScriptHooksManager hooks;
     EditorDocument document;
     if (!document.load(QFileInfo(request.inputFile).absoluteFilePath())) {
         plaxLog(LOG_ERROR, QStringLiteral("Failed to load scene from '%1'.").arg(request.inputFile));

@@ -4,6 +4,8 @@
 #include "base/log.h"
 #include "base/settings.h"
 #include "document/editordocument.h"
+#include "script/documentscripting.h"
+#include "script/documentscripts.h"
 #include "document/imagedata.h"
 #include "model/metaworld.h"
 #include "objects/instanceattach.h"
@@ -137,6 +139,8 @@ EditorView* EditorWorkspace::openFile(const QString& path)
     EditorDocument* added = addDocument(std::move(document));
     EditorView* view = openEditorView(added);
     attachObjects(m_documentToViewMap.at(added));
+    // Asks, once per scene file, before running what the scene names.
+    added->scripting().documentScripts().prepare();
     if (view)
         view->sceneChanged();
     emit recentFilesChanged(RecentFiles::add(absolute));
@@ -156,6 +160,8 @@ EditorView* EditorWorkspace::openRecovered(const QString& backupPath, const QStr
     EditorDocument* added = addDocument(std::move(document));
     EditorView* view = openEditorView(added);
     attachObjects(m_documentToViewMap.at(added));
+    // Asks, once per scene file, before running what the scene names.
+    added->scripting().documentScripts().prepare();
     return view;
 }
 
@@ -357,6 +363,7 @@ bool EditorWorkspace::reopenActive(bool confirm)
         return false;
     }
     plaxLog(LOG_INFO, "Reopened '%s'", qPrintable(path));
+    document->scripting().documentScripts().prepare();
     for (const auto& image : document->world().images())
         refreshImageData(*image, path);
     attachObjects(entry);

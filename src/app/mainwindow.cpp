@@ -4,6 +4,7 @@
 #include "app/editactions.h"
 #include "app/playeractions.h"
 #include "app/editorworkspace.h"
+#include "app/exportactions.h"
 #include "app/recentfiles.h"
 #include "app/scripttooling.h"
 #include "base/log.h"
@@ -72,6 +73,9 @@ MainWindow::MainWindow(QWidget* parent)
     m_autoSaver = new AutoSaver(m_workspace);
     m_editActions = new EditActions(this, m_workspace);
     m_playerActions = new PlayerActions(this, m_workspace);
+    m_exportActions = new ExportActions(this, m_workspace);
+    connect(m_exportActions, &ExportActions::statusMessage, this,
+            [this](const QString& text, int timeoutMs) { statusBar()->showMessage(text, timeoutMs); });
     connect(m_playerActions, &PlayerActions::statusMessage, this,
             [this](const QString& text, int timeoutMs) { statusBar()->showMessage(text, timeoutMs); });
     connect(m_workspace, &EditorWorkspace::playerViewOpened, m_playerActions, &PlayerActions::watch);
@@ -101,6 +105,7 @@ MainWindow::MainWindow(QWidget* parent)
         updateDockTitles();
         m_editActions->update();
         m_playerActions->update();
+        m_exportActions->update();
     });
     updateRecentFilesMenu(RecentFiles::load());
     activeDocumentChanged(nullptr);
@@ -206,6 +211,8 @@ void MainWindow::createMenus()
     QAction* saveAction = make(file, "actionSave", tr("&Save"), QKeySequence::Save, [this] { save(); });
     make(file, "actionSaveAs", tr("Save &as..."), QKeySequence::SaveAs, [this] { saveAs(); });
     file->addSeparator();
+    m_exportActions->populateFile(file);
+    file->addSeparator();
     make(file, "actionCloseView", tr("&Close view"), QKeySequence(Qt::CTRL | Qt::Key_W),
          [this] { m_mdiArea->closeActiveSubWindow(); });
     make(file, "actionExit", tr("E&xit"), QKeySequence::Quit, [this] { close(); });
@@ -259,6 +266,7 @@ void MainWindow::createMenus()
     m_modeToolBar->setObjectName(QStringLiteral("EditModesToolBar"));
     m_editActions->populate(edit, tools, m_modeToolBar);
     tools->addSeparator();
+    m_exportActions->populateTools(tools);
     QMenu* player = tools->addMenu(tr("&Player"));
     player->setObjectName(QStringLiteral("PlayerMenu"));
     QToolBar* playerBar = addToolBar(tr("Player"));
@@ -319,6 +327,7 @@ void MainWindow::activeDocumentChanged(EditorDocument* document)
     }
     m_editActions->update();
     m_playerActions->update();
+    m_exportActions->update();
 }
 
 void MainWindow::connectEditorView(EditorView* view)

@@ -7,6 +7,7 @@
 
 class AutoSaver;
 class EditActions;
+class ExportActions;
 class PlayerActions;
 class ScriptTooling;
 class EditorView;
@@ -87,6 +88,7 @@ private:
     AutoSaver* m_autoSaver;
     EditActions* m_editActions = nullptr;
     PlayerActions* m_playerActions = nullptr;
+    ExportActions* m_exportActions = nullptr;
     ScriptTooling* m_scriptTooling = nullptr;
     QToolBar* m_modeToolBar = nullptr;
     QMetaObject::Connection m_stackConnection;

@@ -3,6 +3,7 @@ target_sources(plaxgui PRIVATE
   app/batchtool.cpp app/batchtool.h
   app/editactions.cpp app/editactions.h
   app/editorworkspace.cpp app/editorworkspace.h
+  app/exportactions.cpp app/exportactions.h
   app/lastchance.cpp app/lastchance.h
   app/mainwindow.cpp app/mainwindow.h
   app/playeractions.cpp app/playeractions.h

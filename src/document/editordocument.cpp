@@ -3,10 +3,12 @@
 #include "base/flags.h"
 #include "base/log.h"
 #include "editing/modifiedstate.h"
+#include "io/filereferences.h"
 #include "io/sceneloader.h"
 #include "io/scenewriter.h"
 #include "model/metaworld.h"
 #include "script/documentscripting.h"
+#include "script/documentscripts.h"
 #include "script/scriptbackground.h"
 
 #include <QFileInfo>
@@ -49,6 +51,7 @@ bool EditorDocument::load(const QString& path)
     m_world = std::move(loaded);
     m_filePath = QFileInfo(path).absoluteFilePath();
     m_scripting->scriptLog().start(m_filePath);
+    m_scripting->documentScripts().sceneReplaced();
     m_undoStack.setClean();
     return true;
 }
@@ -60,11 +63,15 @@ bool EditorDocument::save(const QString& path, bool adoptPath)
     if (adoptPath) {
         const QString absolute = QFileInfo(path).absoluteFilePath();
         if (absolute != m_filePath) {
+            // The file holds its references relative to its own folder; the
+            // model follows, so that they resolve from the new path too.
+            rebaseFileReferences(*m_world, QFileInfo(absolute).absolutePath());
             m_filePath = absolute;
             m_scripting->scriptLog().start(m_filePath);
         }
         m_undoStack.setClean();
         m_recovered = false;
+        m_scripting->documentScripts().sceneSaved();
     }
     return true;
 }
@@ -74,6 +81,9 @@ bool EditorDocument::loadRecovered(const QString& backupPath, const QString& ori
     if (!load(backupPath))
         return false;
     m_filePath = originalPath.isEmpty() ? QString() : QFileInfo(originalPath).absoluteFilePath();
+    // The copy names files relative to the backups folder; the document
+    // resolves them from its own file (a scene never saved holds full paths).
+    rebaseFileReferences(*m_world, m_filePath.isEmpty() ? QString() : QFileInfo(m_filePath).absolutePath());
     m_scripting->scriptLog().start(m_filePath);
     m_recovered = true;
     return true;

@@ -40,12 +40,15 @@ public:
     bool load(const QString& path);
     /// Writes the scene to a file (atomically). On success the undo stack is
     /// marked clean; the document takes the path when `adoptPath` is set (a
-    /// save, as opposed to writing a copy).
+    /// save, as opposed to writing a copy), and its relative file references
+    /// are rewritten to name the same files from the new folder.
     bool save(const QString& path, bool adoptPath = true);
 
     /// Reads an autosaved copy of a scene in place of its file: the document
     /// takes `originalPath` (empty for a scene never saved) as its file and
-    /// counts as modified until it is saved. False when the copy cannot be read.
+    /// counts as modified until it is saved. Relative file references are
+    /// rewritten for the original's folder (full paths for a scene never
+    /// saved). False when the copy cannot be read.
     bool loadRecovered(const QString& backupPath, const QString& originalPath);
 
     /// True when the scene has changes that are not saved (see isModified()).

@@ -10,6 +10,9 @@
 
 #include <box2d/box2d.h>
 
+#include <algorithm>
+#include <array>
+
 namespace
 {
 Vec2 v(const b2Vec2& p)
@@ -17,132 +20,169 @@ Vec2 v(const b2Vec2& p)
     return {p.x, p.y};
 }
 
-std::vector<Vec2> points(const b2Vec2* vertices, int count)
+// A shape member; its key is asked of the filter before its own members.
+void writeShape(const b2Shape& shape, const MetaItem* item, const RawInfoMembers& fixture, const JsonEmitter& out,
+                const ExportPropertyFilter& filter)
 {
-    std::vector<Vec2> list(size_t(std::max(count, 0)));
-    for (int i = 0; i < count; ++i)
-        list[size_t(i)] = v(vertices[i]);
-    return list;
-}
-
-rapidjson::Value shapeValue(const b2Shape& shape, const JsonEncoder& enc, const ExportPropertyFilter& filter,
-                            const char** key)
-{
-    rapidjson::Value value(rapidjson::kObjectType);
     switch (shape.GetType()) {
     case b2Shape::e_circle: {
+        if (!fixture.member("circle"))
+            return;
         const auto& circle = static_cast<const b2CircleShape&>(shape);
-        RawInfoMembers m(enc, filter, "/world/body/fixture/circle/");
-        m.addVec2(value, "center", v(circle.m_p));
-        m.addFloat(value, "radius", circle.m_radius);
-        *key = "circle";
-        break;
+        RawInfoMembers m(out, filter, "/world/body/fixture/circle/", item);
+        out.sink().startObject();
+        m.addVec2("center", v(circle.m_p));
+        m.addFloat("radius", circle.m_radius);
+        out.sink().endObject();
+        return;
     }
     case b2Shape::e_polygon: {
+        if (!fixture.member("polygon"))
+            return;
         const auto& polygon = static_cast<const b2PolygonShape&>(shape);
-        RawInfoMembers m(enc, filter, "/world/body/fixture/polygon/");
-        m.addPointList(value, "vertices", points(polygon.m_vertices, polygon.m_count));
-        *key = "polygon";
-        break;
+        RawInfoMembers m(out, filter, "/world/body/fixture/polygon/", item);
+        static_assert(sizeof(b2Vec2) == sizeof(Vec2));
+        std::array<Vec2, b2_maxPolygonVertices> points;
+        const int count = std::clamp(polygon.m_count, 0, b2_maxPolygonVertices);
+        for (int i = 0; i < count; ++i)
+            points[size_t(i)] = v(polygon.m_vertices[i]);
+        out.sink().startObject();
+        m.addPointList("vertices", points.data(), size_t(count));
+        out.sink().endObject();
+        return;
     }
     case b2Shape::e_edge: {
+        if (!fixture.member("edge"))
+            return;
         const auto& edge = static_cast<const b2EdgeShape&>(shape);
-        RawInfoMembers m(enc, filter, "/world/body/fixture/edge/");
-        m.addVec2(value, "vertex1", v(edge.m_vertex1));
-        m.addVec2(value, "vertex2", v(edge.m_vertex2));
-        m.addBool(value, "hasVertex0", edge.m_oneSided);
-        m.addBool(value, "hasVertex3", edge.m_oneSided);
+        RawInfoMembers m(out, filter, "/world/body/fixture/edge/", item);
+        out.sink().startObject();
+        m.addVec2("vertex1", v(edge.m_vertex1));
+        m.addVec2("vertex2", v(edge.m_vertex2));
+        m.addBool("hasVertex0", edge.m_oneSided);
+        m.addBool("hasVertex3", edge.m_oneSided);
         if (edge.m_oneSided) {
-            m.addVec2(value, "vertex0", v(edge.m_vertex0));
-            m.addVec2(value, "vertex3", v(edge.m_vertex3));
+            m.addVec2("vertex0", v(edge.m_vertex0));
+            m.addVec2("vertex3", v(edge.m_vertex3));
         }
-        *key = "edge";
-        break;
+        out.sink().endObject();
+        return;
     }
     case b2Shape::e_chain: {
+        if (!fixture.member("chain"))
+            return;
         const auto& chain = static_cast<const b2ChainShape&>(shape);
-        RawInfoMembers m(enc, filter, "/world/body/fixture/chain/");
+        RawInfoMembers m(out, filter, "/world/body/fixture/chain/", item);
         // A loop repeats its first vertex at the end and has its neighbours;
         // an open chain's neighbours only make it collide from both sides.
         const bool loop = chain.m_count > 2 && chain.m_vertices[0] == chain.m_vertices[chain.m_count - 1];
-        m.addPointList(value, "vertices", points(chain.m_vertices, chain.m_count));
-        m.addBool(value, "hasPrevVertex", loop);
-        m.addBool(value, "hasNextVertex", loop);
+        std::vector<Vec2> points(size_t(std::max(chain.m_count, 0)));
+        for (size_t i = 0; i < points.size(); ++i)
+            points[i] = v(chain.m_vertices[i]);
+        out.sink().startObject();
+        m.addPointList("vertices", points.data(), points.size());
+        m.addBool("hasPrevVertex", loop);
+        m.addBool("hasNextVertex", loop);
         if (loop) {
-            m.addVec2(value, "prevVertex", v(chain.m_prevVertex));
-            m.addVec2(value, "nextVertex", v(chain.m_nextVertex));
+            m.addVec2("prevVertex", v(chain.m_prevVertex));
+            m.addVec2("nextVertex", v(chain.m_nextVertex));
         }
-        *key = "chain";
-        break;
+        out.sink().endObject();
+        return;
     }
     default:
-        *key = nullptr;
-        break;
+        return;
     }
-    return value;
 }
 
-rapidjson::Value fixtureValue(const BuiltFixture& built, const JsonEncoder& enc, const ExportPropertyFilter& filter)
+void writeFixture(const BuiltFixture& built, const JsonEmitter& out, const ExportPropertyFilter& filter)
 {
     const b2Fixture& fixture = *built.fixture;
-    RawInfoMembers m(enc, filter, "/world/body/fixture/");
-    rapidjson::Value value(rapidjson::kObjectType);
+    RawInfoMembers m(out, filter, "/world/body/fixture/", built.source);
+    out.sink().startObject();
     if (!built.name.isEmpty())
-        m.addString(value, "name", built.name);
-    m.addFloat(value, "restitution", fixture.GetRestitution());
-    m.addFloat(value, "friction", fixture.GetFriction());
-    m.addFloat(value, "density", fixture.GetDensity());
-    m.addBool(value, "sensor", fixture.IsSensor());
+        m.addString("name", built.name);
+    m.addFloat("restitution", fixture.GetRestitution());
+    m.addFloat("friction", fixture.GetFriction());
+    m.addFloat("density", fixture.GetDensity());
+    m.addBool("sensor", fixture.IsSensor());
     const b2Filter& f = fixture.GetFilterData();
-    m.addInt(value, "filter-categoryBits", f.categoryBits);
-    m.addInt(value, "filter-maskBits", f.maskBits);
-    m.addInt(value, "filter-groupIndex", f.groupIndex);
-    const char* key = nullptr;
-    rapidjson::Value shape = shapeValue(*fixture.GetShape(), enc, filter, &key);
-    if (key)
-        m.add(value, key, std::move(shape));
-    if (built.source && !built.source->customProperties.empty())
-        m.add(value, "customProperties", writeCustomProperties(built.source->customProperties, enc));
-    return value;
+    m.addInt("filter-categoryBits", f.categoryBits);
+    m.addInt("filter-maskBits", f.maskBits);
+    m.addInt("filter-groupIndex", f.groupIndex);
+    writeShape(*fixture.GetShape(), built.source, m, out, filter);
+    if (built.source && !built.source->customProperties.empty() && m.member("customProperties"))
+        emitCustomProperties(built.source->customProperties, out);
+    out.sink().endObject();
 }
 
-rapidjson::Value bodyValue(const BuiltBody& built, const JsonEncoder& enc, const ExportPropertyFilter& filter)
+void writeBody(const BuiltBody& built, const JsonEmitter& out, const ExportPropertyFilter& filter)
 {
     const b2Body& body = *built.body;
-    RawInfoMembers m(enc, filter, "/world/body/");
-    rapidjson::Value value(rapidjson::kObjectType);
+    RawInfoMembers m(out, filter, "/world/body/", built.source);
+    out.sink().startObject();
     if (!built.name.isEmpty())
-        m.addString(value, "name", built.name);
-    m.addInt(value, "type", int(body.GetType()));
-    m.addVec2(value, "position", v(body.GetPosition()));
-    m.addFloat(value, "angle", body.GetAngle());
-    m.addVec2(value, "linearVelocity", v(body.GetLinearVelocity()));
-    m.addFloat(value, "angularVelocity", body.GetAngularVelocity());
-    m.addFloat(value, "linearDamping", body.GetLinearDamping());
-    m.addFloat(value, "angularDamping", body.GetAngularDamping());
-    m.addFloat(value, "gravityScale", body.GetGravityScale());
-    m.addBool(value, "bullet", body.IsBullet());
-    m.addBool(value, "allowSleep", body.IsSleepingAllowed());
-    m.addBool(value, "awake", body.IsAwake());
-    m.addBool(value, "active", body.IsEnabled());
-    m.addBool(value, "fixedRotation", body.IsFixedRotation());
+        m.addString("name", built.name);
+    m.addInt("type", int(body.GetType()));
+    m.addVec2("position", v(body.GetPosition()));
+    m.addFloat("angle", body.GetAngle());
+    m.addVec2("linearVelocity", v(body.GetLinearVelocity()));
+    m.addFloat("angularVelocity", body.GetAngularVelocity());
+    m.addFloat("linearDamping", body.GetLinearDamping());
+    m.addFloat("angularDamping", body.GetAngularDamping());
+    m.addFloat("gravityScale", body.GetGravityScale());
+    m.addBool("bullet", body.IsBullet());
+    m.addBool("allowSleep", body.IsSleepingAllowed());
+    // Box2D 2.4.1 never keeps a static body awake; the scene's flag is what
+    // a Box2D 2.3 world (and so the games reading this) kept.
+    const bool awake = body.GetType() == b2_staticBody && built.source ? built.source->awake : body.IsAwake();
+    m.addBool("awake", awake);
+    m.addBool("active", body.IsEnabled());
+    m.addBool("fixedRotation", body.IsFixedRotation());
     b2MassData mass;
     body.GetMassData(&mass);
-    m.addFloat(value, "massData-mass", mass.mass);
-    m.addVec2(value, "massData-center", v(mass.center));
-    m.addFloat(value, "massData-I", mass.I);
-    if (m.allows("fixture")) {
-        rapidjson::Value fixtures(rapidjson::kArrayType);
+    m.addFloat("massData-mass", mass.mass);
+    m.addVec2("massData-center", v(mass.center));
+    m.addFloat("massData-I", mass.I);
+    if (m.member("fixture")) {
+        out.sink().startArray();
         for (const BuiltFixture& fixture : built.fixtures) {
-            if (!fixture.reverseTwin)
-                fixtures.PushBack(fixtureValue(fixture, enc, filter), enc.allocator());
+            if (!fixture.reverseTwin && filter.allowsItem(fixture.source))
+                writeFixture(fixture, out, filter);
         }
-        enc.add(value, "fixture", std::move(fixtures));
+        out.sink().endArray();
     }
-    if (built.source && !built.source->customProperties.empty())
-        m.add(value, "customProperties", writeCustomProperties(built.source->customProperties, enc));
-    return value;
+    if (built.source && !built.source->customProperties.empty() && m.member("customProperties"))
+        emitCustomProperties(built.source->customProperties, out);
+    out.sink().endObject();
 }
+
+// Where each built body lands in the "body" array: without an item filter
+// its own position; with one, bodies left out get -1 and the rest close up.
+class BodyPositions
+{
+public:
+    BodyPositions(const WorldBuild& build, const ExportPropertyFilter& filter)
+    {
+        if (!filter.asksItems())
+            return;
+        m_positions.reserve(build.bodies().size());
+        int next = 0;
+        for (const BuiltBody& body : build.bodies())
+            m_positions.push_back(filter.allowsItem(body.source) ? next++ : -1);
+    }
+
+    bool isWritten(size_t index) const { return m_positions.empty() || m_positions[index] >= 0; }
+    int of(int index) const
+    {
+        if (m_positions.empty() || index < 0 || size_t(index) >= m_positions.size())
+            return index;
+        return m_positions[size_t(index)];
+    }
+
+private:
+    std::vector<int> m_positions;
+};
 
 const char* jointTypeText(int type)
 {
@@ -162,80 +202,82 @@ const char* jointTypeText(int type)
     }
 }
 
-rapidjson::Value jointValue(const BuiltJoint& built, const JsonEncoder& enc, const ExportPropertyFilter& filter)
+void writeJoint(const BuiltJoint& built, int bodyA, int bodyB, const JsonEmitter& out,
+                const ExportPropertyFilter& filter)
 {
     const MetaJoint& j = *built.placed;
-    RawInfoMembers m(enc, filter, "/world/joint/");
-    rapidjson::Value value(rapidjson::kObjectType);
-    m.addString(value, "type", QString::fromLatin1(jointTypeText(j.type)));
+    RawInfoMembers m(out, filter, "/world/joint/", built.source);
+    out.sink().startObject();
+    if (m.member("type"))
+        out.stringValue(jointTypeText(j.type));
     if (!built.name.isEmpty())
-        m.addString(value, "name", built.name);
-    m.addInt(value, "bodyA", built.bodyIndexA);
-    m.addInt(value, "bodyB", built.bodyIndexB);
-    m.addBool(value, "collideConnected", j.collideConnected);
+        m.addString("name", built.name);
+    m.addInt("bodyA", bodyA);
+    m.addInt("bodyB", bodyB);
+    m.addBool("collideConnected", j.collideConnected);
     // Every joint type a scene holds starts with its two anchors.
     if (!MetaJoint::typeWord(j.type).isEmpty()) {
-        m.addVec2(value, "anchorA", j.anchorA);
-        m.addVec2(value, "anchorB", j.anchorB);
+        m.addVec2("anchorA", j.anchorA);
+        m.addVec2("anchorB", j.anchorB);
     }
     switch (j.type) {
     case JOINT_REVOLUTE:
-        m.addFloat(value, "refAngle", j.referenceAngle);
-        m.addFloat(value, "jointSpeed", static_cast<const b2RevoluteJoint*>(built.joint)->GetJointSpeed());
-        m.addBool(value, "enableLimit", j.enableLimit);
-        m.addFloat(value, "lowerLimit", j.lowerLimit);
-        m.addFloat(value, "upperLimit", j.upperLimit);
-        m.addBool(value, "enableMotor", j.enableMotor);
-        m.addFloat(value, "motorSpeed", j.motorSpeed);
-        m.addFloat(value, "maxMotorTorque", j.maxMotorTorque);
+        m.addFloat("refAngle", j.referenceAngle);
+        m.addFloat("jointSpeed", static_cast<const b2RevoluteJoint*>(built.joint)->GetJointSpeed());
+        m.addBool("enableLimit", j.enableLimit);
+        m.addFloat("lowerLimit", j.lowerLimit);
+        m.addFloat("upperLimit", j.upperLimit);
+        m.addBool("enableMotor", j.enableMotor);
+        m.addFloat("motorSpeed", j.motorSpeed);
+        m.addFloat("maxMotorTorque", j.maxMotorTorque);
         break;
     case JOINT_PRISMATIC:
-        m.addVec2(value, "localAxisA", j.localAxisA);
-        m.addFloat(value, "refAngle", j.referenceAngle);
-        m.addBool(value, "enableLimit", j.enableLimit);
-        m.addFloat(value, "lowerLimit", j.lowerLimit);
-        m.addFloat(value, "upperLimit", j.upperLimit);
-        m.addBool(value, "enableMotor", j.enableMotor);
-        m.addFloat(value, "maxMotorForce", j.maxMotorForce);
-        m.addFloat(value, "motorSpeed", j.motorSpeed);
+        m.addVec2("localAxisA", j.localAxisA);
+        m.addFloat("refAngle", j.referenceAngle);
+        m.addBool("enableLimit", j.enableLimit);
+        m.addFloat("lowerLimit", j.lowerLimit);
+        m.addFloat("upperLimit", j.upperLimit);
+        m.addBool("enableMotor", j.enableMotor);
+        m.addFloat("maxMotorForce", j.maxMotorForce);
+        m.addFloat("motorSpeed", j.motorSpeed);
         break;
     case JOINT_DISTANCE:
-        m.addFloat(value, "length", j.length);
-        m.addFloat(value, "frequency", j.frequency);
-        m.addFloat(value, "dampingRatio", j.dampingRatio);
+        m.addFloat("length", j.length);
+        m.addFloat("frequency", j.frequency);
+        m.addFloat("dampingRatio", j.dampingRatio);
         break;
     case JOINT_ROPE:
-        m.addFloat(value, "maxLength", j.maxLength);
+        m.addFloat("maxLength", j.maxLength);
         break;
     case JOINT_WELD:
-        m.addFloat(value, "refAngle", j.referenceAngle);
-        m.addFloat(value, "frequency", j.frequency);
-        m.addFloat(value, "dampingRatio", j.dampingRatio);
+        m.addFloat("refAngle", j.referenceAngle);
+        m.addFloat("frequency", j.frequency);
+        m.addFloat("dampingRatio", j.dampingRatio);
         break;
     case JOINT_MOTOR:
-        m.addFloat(value, "refAngle", j.referenceAngle);
-        m.addFloat(value, "maxForce", j.maxForce);
-        m.addFloat(value, "maxTorque", j.maxTorque);
-        m.addFloat(value, "correctionFactor", j.correctionFactor);
+        m.addFloat("refAngle", j.referenceAngle);
+        m.addFloat("maxForce", j.maxForce);
+        m.addFloat("maxTorque", j.maxTorque);
+        m.addFloat("correctionFactor", j.correctionFactor);
         break;
     case JOINT_WHEEL:
-        m.addVec2(value, "localAxisA", j.localAxisA);
-        m.addBool(value, "enableMotor", j.enableMotor);
-        m.addFloat(value, "motorSpeed", j.motorSpeed);
-        m.addFloat(value, "maxMotorTorque", j.maxMotorTorque);
-        m.addFloat(value, "springFrequency", j.springFrequency);
-        m.addFloat(value, "springDampingRatio", j.springDampingRatio);
+        m.addVec2("localAxisA", j.localAxisA);
+        m.addBool("enableMotor", j.enableMotor);
+        m.addFloat("motorSpeed", j.motorSpeed);
+        m.addFloat("maxMotorTorque", j.maxMotorTorque);
+        m.addFloat("springFrequency", j.springFrequency);
+        m.addFloat("springDampingRatio", j.springDampingRatio);
         break;
     case JOINT_FRICTION:
-        m.addFloat(value, "maxForce", j.maxForce);
-        m.addFloat(value, "maxTorque", j.maxTorque);
+        m.addFloat("maxForce", j.maxForce);
+        m.addFloat("maxTorque", j.maxTorque);
         break;
     default:
         break;
     }
-    if (!j.customProperties.empty())
-        m.add(value, "customProperties", writeCustomProperties(j.customProperties, enc));
-    return value;
+    if (!j.customProperties.empty() && m.member("customProperties"))
+        emitCustomProperties(j.customProperties, out);
+    out.sink().endObject();
 }
 } // namespace
 
@@ -249,50 +291,70 @@ JsonStyle exportStyle(const MetaWorld& scene)
     return style;
 }
 
-rapidjson::Document b2dJson::write(const WorldBuild& build, const MetaWorld& scene) const
+void b2dJson::write(const WorldBuild& build, const MetaWorld& scene, JsonSink& sink) const
 {
-    rapidjson::Document doc(rapidjson::kObjectType);
-    const JsonEncoder enc(doc.GetAllocator(), m_style);
-    RawInfoMembers m(enc, m_filter, "/world/");
+    const JsonEmitter out(sink, m_style);
+    RawInfoMembers m(out, m_filter, "/world/");
     const WorldSettings& s = scene.settings;
-    m.addVec2(doc, "gravity", s.gravity);
-    m.addBool(doc, "allowSleep", s.allowSleep);
-    m.addBool(doc, "autoClearForces", s.autoClearForces);
-    m.addBool(doc, "warmStarting", s.warmStarting);
-    m.addBool(doc, "continuousPhysics", s.continuousPhysics);
-    m.addBool(doc, "subStepping", s.subStepping);
-    m.addFloat(doc, "stepsPerSecond", s.stepsPerSecond);
-    m.addInt(doc, "positionIterations", s.positionIterations);
-    m.addInt(doc, "velocityIterations", s.velocityIterations);
-    if (!scene.collisionBitplaneNames.isEmpty() && m.allows("collisionbitplanes")) {
-        rapidjson::Value planes(rapidjson::kObjectType);
-        enc.addStringList(planes, "names", scene.collisionBitplaneNames);
-        enc.add(doc, "collisionbitplanes", std::move(planes));
+    sink.startObject();
+    m.addVec2("gravity", s.gravity);
+    m.addBool("allowSleep", s.allowSleep);
+    m.addBool("autoClearForces", s.autoClearForces);
+    m.addBool("warmStarting", s.warmStarting);
+    m.addBool("continuousPhysics", s.continuousPhysics);
+    m.addBool("subStepping", s.subStepping);
+    m.addFloat("stepsPerSecond", s.stepsPerSecond);
+    m.addInt("positionIterations", s.positionIterations);
+    m.addInt("velocityIterations", s.velocityIterations);
+    if (!scene.collisionBitplaneNames.isEmpty() && m.member("collisionbitplanes")) {
+        sink.startObject();
+        out.key("names");
+        out.stringListValue(scene.collisionBitplaneNames);
+        sink.endObject();
     }
-    if (!scene.customProperties.empty())
-        m.add(doc, "customProperties", writeCustomProperties(scene.customProperties, enc));
+    if (!scene.customProperties.empty() && m.member("customProperties"))
+        emitCustomProperties(scene.customProperties, out);
 
-    rapidjson::Value bodies(rapidjson::kArrayType);
-    for (const BuiltBody& body : build.bodies())
-        bodies.PushBack(bodyValue(body, enc, m_filter), enc.allocator());
-    enc.add(doc, "body", std::move(bodies));
+    // Items the filter leaves out shift the positions of those after them;
+    // joints and images refer to bodies by the positions written.
+    const BodyPositions positions(build, m_filter);
 
-    rapidjson::Value joints(rapidjson::kArrayType);
-    for (const BuiltJoint& joint : build.joints())
-        joints.PushBack(jointValue(joint, enc, m_filter), enc.allocator());
-    enc.add(doc, "joint", std::move(joints));
-
-    if (!build.images().empty() && m.allows("image")) {
-        rapidjson::Value images(rapidjson::kArrayType);
-        for (const BuiltImage& image : build.images())
-            images.PushBack(b2dJsonImage::write(image, enc, m_filter), enc.allocator());
-        enc.add(doc, "image", std::move(images));
+    out.key("body");
+    sink.startArray();
+    for (size_t i = 0; i < build.bodies().size(); ++i) {
+        if (positions.isWritten(i))
+            writeBody(build.bodies()[i], out, m_filter);
     }
-    if (!scene.objects().empty() && m.allows("object")) {
-        rapidjson::Value objects(rapidjson::kArrayType);
-        for (const auto& object : scene.objects())
-            objects.PushBack(b2dJsonObject::write(*object, enc, m_filter), enc.allocator());
-        enc.add(doc, "object", std::move(objects));
+    sink.endArray();
+
+    out.key("joint");
+    sink.startArray();
+    for (const BuiltJoint& joint : build.joints()) {
+        const int bodyA = positions.of(joint.bodyIndexA), bodyB = positions.of(joint.bodyIndexB);
+        // A joint needs both its bodies.
+        if ((bodyA < 0 && joint.bodyIndexA >= 0) || (bodyB < 0 && joint.bodyIndexB >= 0))
+            continue;
+        if (m_filter.allowsItem(joint.source))
+            writeJoint(joint, bodyA, bodyB, out, m_filter);
     }
-    return doc;
+    sink.endArray();
+
+    if (!build.images().empty() && m.member("image")) {
+        sink.startArray();
+        for (const BuiltImage& image : build.images()) {
+            // An image whose body is left out stays, without a body.
+            if (m_filter.allowsItem(image.source))
+                b2dJsonImage::write(image, positions.of(image.bodyIndex), scene, out, m_filter);
+        }
+        sink.endArray();
+    }
+    if (!scene.objects().empty() && m.member("object")) {
+        sink.startArray();
+        for (const auto& object : scene.objects()) {
+            if (m_filter.allowsItem(object.get()))
+                b2dJsonObject::write(*object, out, m_filter);
+        }
+        sink.endArray();
+    }
+    sink.endObject();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "io/exportfilter.h"
+#include "io/jsonsink.h"
 #include "io/jsonvalues.h"
 
 class MetaWorld;
@@ -15,8 +16,12 @@ public:
     /// A writer in a value style, asking the filter before every member.
     b2dJson(const JsonStyle& style, const ExportPropertyFilter& filter) : m_style(style), m_filter(filter) {}
 
-    /// The whole raw-info document. `scene` gives the world-level members
+    /// Streams the whole raw-info document into the sink, member by member,
+    /// without building it in memory. `scene` gives the world-level members
     /// (settings, bitplanes, custom properties) and the object instances.
+    void write(const WorldBuild& build, const MetaWorld& scene, JsonSink& sink) const;
+    /// The same document as a DOM (an empty object if a value could not be
+    /// represented).
     rapidjson::Document write(const WorldBuild& build, const MetaWorld& scene) const;
 
 private:

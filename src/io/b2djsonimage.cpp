@@ -1,56 +1,62 @@
 #include "io/b2djsonimage.h"
 
 #include "io/customrecord.h"
+#include "io/filereferences.h"
 #include "io/imagequad.h"
 #include "io/rawinfomembers.h"
 #include "physics/worldbuild.h"
 
 namespace
 {
-template <typename T, size_t N>
-rapidjson::Value floatArray(const std::array<T, N>& values, const JsonEncoder& enc)
+template <size_t N>
+void floatArray(const std::array<float, N>& values, const JsonEmitter& emitter)
 {
-    rapidjson::Value array(rapidjson::kArrayType);
-    for (T x : values)
-        array.PushBack(enc.floatValue(float(x)), enc.allocator());
-    return array;
+    emitter.sink().startArray();
+    for (float x : values)
+        emitter.floatValue(x);
+    emitter.sink().endArray();
 }
 } // namespace
 
 namespace b2dJsonImage
 {
-rapidjson::Value write(const BuiltImage& built, const JsonEncoder& enc, const ExportPropertyFilter& filter)
+void write(const BuiltImage& built, int bodyIndex, const MetaWorld& scene, const JsonEmitter& emitter,
+           const ExportPropertyFilter& filter)
 {
     const MetaImage& image = *built.placed;
-    RawInfoMembers m(enc, filter, "/world/image/");
-    rapidjson::Value value(rapidjson::kObjectType);
-    m.addInt(value, "body", built.bodyIndex);
+    RawInfoMembers m(emitter, filter, "/world/image/", built.source);
+    emitter.sink().startObject();
+    m.addInt("body", bodyIndex);
     if (!built.name.isEmpty())
-        m.addString(value, "name", built.name);
-    m.addString(value, "file", image.file);
-    m.addVec2(value, "center", image.center);
-    m.addFloat(value, "angle", image.angle);
-    m.addFloat(value, "scale", image.scale);
-    m.addFloat(value, "aspectScale", image.aspectScale);
-    m.addFloat(value, "opacity", image.opacity);
-    m.addBool(value, "flip", image.flip);
-    m.addInt(value, "filter", image.filter);
-    m.addFloat(value, "renderOrder", image.renderOrder);
-    if (m.allows("colorTint"))
-        enc.addColor(value, "colorTint", image.colorTint);
+        m.addString("name", built.name);
+    // An object file's images are relative to the object file in its model.
+    if (m.member("file"))
+        emitter.stringValue(built.source ? exportedFileReference(scene, *built.source, image.file) : image.file);
+    m.addVec2("center", image.center);
+    m.addFloat("angle", image.angle);
+    m.addFloat("scale", image.scale);
+    m.addFloat("aspectScale", image.aspectScale);
+    m.addFloat("opacity", image.opacity);
+    m.addBool("flip", image.flip);
+    m.addInt("filter", image.filter);
+    m.addFloat("renderOrder", image.renderOrder);
+    if (m.member("colorTint"))
+        emitter.colorValue(image.colorTint);
 
     const ImageQuad quad = computeImageQuad(image);
-    m.addPointList(value, "corners", std::vector<Vec2>(quad.corners.begin(), quad.corners.end()));
-    m.add(value, "glVertexPointer", floatArray(quad.vertexPointer, enc));
-    m.add(value, "glTexCoordPointer", floatArray(quad.texCoordPointer, enc));
-    if (m.allows("glDrawElements")) {
-        rapidjson::Value elements(rapidjson::kArrayType);
+    m.addPointList("corners", quad.corners.data(), quad.corners.size());
+    if (m.member("glVertexPointer"))
+        floatArray(quad.vertexPointer, emitter);
+    if (m.member("glTexCoordPointer"))
+        floatArray(quad.texCoordPointer, emitter);
+    if (m.member("glDrawElements")) {
+        emitter.sink().startArray();
         for (int index : quad.drawElements)
-            elements.PushBack(index, enc.allocator());
-        enc.add(value, "glDrawElements", std::move(elements));
+            emitter.intValue(index);
+        emitter.sink().endArray();
     }
-    if (!image.customProperties.empty())
-        m.add(value, "customProperties", writeCustomProperties(image.customProperties, enc));
-    return value;
+    if (!image.customProperties.empty() && m.member("customProperties"))
+        emitCustomProperties(image.customProperties, emitter);
+    emitter.sink().endObject();
 }
 } // namespace b2dJsonImage

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "io/exportfilter.h"
-#include "io/jsonvalues.h"
+#include "io/jsonemitter.h"
 
 class MetaObject;
 
@@ -9,6 +9,7 @@ class MetaObject;
 /// ordinary bodies, joints and images).
 namespace b2dJsonObject
 {
-/// An object record: name, path of the object file, placement.
-rapidjson::Value write(const MetaObject& object, const JsonEncoder& encoder, const ExportPropertyFilter& filter);
+/// Streams an object record: name, path of the object file (as the scene's
+/// export options name it, see exportedFileReference), placement.
+void write(const MetaObject& object, const JsonEmitter& emitter, const ExportPropertyFilter& filter);
 } // namespace b2dJsonObject

@@ -37,15 +37,6 @@ BodyType readBodyType(const Value& record)
     return BodyType::Static;
 }
 
-// Box2D refuses negative and non-finite densities; such a value is replaced by the default.
-float validDensity(float density)
-{
-    if (std::isfinite(density) && density >= 0)
-        return density;
-    const float fallback = MetaFixture().density;
-    plaxLog(LOG_WARNING, QStringLiteral("Fixture density %1 is not valid, using %2").arg(density).arg(fallback));
-    return fallback;
-}
 } // namespace
 
 Value writeFixtureRecord(const MetaFixture& fixture, const JsonEncoder& encoder)
@@ -106,7 +97,7 @@ MetaFixture* readFixtureRecord(MetaWorld& world, MetaBody* body, const Value& re
     auto fixture = std::make_unique<MetaFixture>();
     fixture->restitution = readFloat(record, "restitution", fixture->restitution);
     fixture->friction = readFloat(record, "friction", fixture->friction);
-    fixture->density = validDensity(readFloat(record, "density", fixture->density));
+    fixture->density = MetaFixture::validDensity(readFloat(record, "density", fixture->density));
     fixture->sensor = readBool(record, "sensor", fixture->sensor);
     fixture->filterCategoryBits = readInt(record, "filter-categoryBits", fixture->filterCategoryBits);
     fixture->filterMaskBits = readInt(record, "filter-maskBits", fixture->filterMaskBits);

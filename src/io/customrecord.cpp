@@ -83,6 +83,37 @@ Value writeCustomProperties(const CustomProperties& properties, const JsonEncode
     return array;
 }
 
+void emitCustomProperties(const CustomProperties& properties, const JsonEmitter& emitter)
+{
+    JsonSink& sink = emitter.sink();
+    sink.startArray();
+    for (const CustomProperty& property : properties.values()) {
+        sink.startObject();
+        emitter.key("name");
+        emitter.stringValue(property.name);
+        emitter.key(kTypeKeys[property.value.index()]);
+        std::visit(
+            [&](const auto& v) {
+                using T = std::decay_t<decltype(v)>;
+                if constexpr (std::is_same_v<T, int>)
+                    emitter.intValue(v);
+                else if constexpr (std::is_same_v<T, float>)
+                    emitter.floatValue(v);
+                else if constexpr (std::is_same_v<T, QString>)
+                    emitter.stringValue(v);
+                else if constexpr (std::is_same_v<T, Vec2>)
+                    emitter.vec2Value(v);
+                else if constexpr (std::is_same_v<T, bool>)
+                    emitter.boolValue(v);
+                else
+                    emitter.colorValue(v);
+            },
+            property.value);
+        sink.endObject();
+    }
+    sink.endArray();
+}
+
 void readCustomProperties(const Value* array, CustomProperties* properties)
 {
     if (!array || !array->IsArray())

@@ -5,12 +5,14 @@ ExportPropertyFilter::ExportPropertyFilter(const QStringList& excludedPaths)
 {
 }
 
-bool ExportPropertyFilter::allows(const char* path) const
+bool ExportPropertyFilter::allows(const char* path, const MetaItem* item) const
 {
-    if (m_excluded.isEmpty() && !m_predicate)
+    if (excludesNothing())
         return true;
     const QString p = QString::fromLatin1(path);
     if (m_excluded.contains(p))
         return false;
-    return !m_predicate || m_predicate(p);
+    if (m_predicate && !m_predicate(p))
+        return false;
+    return !m_itemFilter || m_itemFilter->shouldExportProperty(item, p);
 }

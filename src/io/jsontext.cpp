@@ -1,10 +1,9 @@
 #include "io/jsontext.h"
 
+#include "io/jsontextwriter.h"
+
 #include <rapidjson/error/en.h>
 #include <rapidjson/stringbuffer.h>
-#include <rapidjson/writer.h>
-
-#include <algorithm>
 
 namespace
 {
@@ -14,71 +13,6 @@ constexpr unsigned kParseFlags = rapidjson::kParseIterativeFlag;
 int bomLength(const QByteArray& text)
 {
     return text.startsWith("\xEF\xBB\xBF") ? 3 : 0;
-}
-
-bool isScalar(const rapidjson::Value& value)
-{
-    return !value.IsObject() && !value.IsArray();
-}
-
-void newline(rapidjson::StringBuffer& out, int depth)
-{
-    out.Put('\n');
-    for (int i = 0; i < depth * 3; ++i)
-        out.Put(' ');
-}
-
-// Pretty printing with three-space indentation; arrays of scalars stay on one
-// line ("[0, 1.5, 2]"), which keeps point lists readable and files small.
-bool writePretty(const rapidjson::Value& value, rapidjson::StringBuffer& out, int depth)
-{
-    if (value.IsObject()) {
-        if (value.ObjectEmpty()) {
-            out.Put('{');
-            out.Put('}');
-            return true;
-        }
-        out.Put('{');
-        bool first = true;
-        for (const auto& member : value.GetObject()) {
-            if (!first)
-                out.Put(',');
-            first = false;
-            newline(out, depth + 1);
-            rapidjson::Writer<rapidjson::StringBuffer> key(out);
-            member.name.Accept(key);
-            out.Put(':');
-            out.Put(' ');
-            if (!writePretty(member.value, out, depth + 1))
-                return false;
-        }
-        newline(out, depth);
-        out.Put('}');
-        return true;
-    }
-    if (value.IsArray()) {
-        const bool singleLine =
-            std::all_of(value.Begin(), value.End(), [](const rapidjson::Value& v) { return isScalar(v); });
-        out.Put('[');
-        bool first = true;
-        for (const rapidjson::Value& element : value.GetArray()) {
-            if (!first)
-                out.Put(',');
-            if (singleLine && !first)
-                out.Put(' ');
-            first = false;
-            if (!singleLine)
-                newline(out, depth + 1);
-            if (!writePretty(element, out, depth + 1))
-                return false;
-        }
-        if (!singleLine && !value.Empty())
-            newline(out, depth);
-        out.Put(']');
-        return true;
-    }
-    rapidjson::Writer<rapidjson::StringBuffer> scalar(out);
-    return value.Accept(scalar);
 }
 
 QString parseErrorText(const rapidjson::Document& document)
@@ -92,19 +26,11 @@ QString parseErrorText(const rapidjson::Document& document)
 QByteArray jsonToText(const rapidjson::Value& value, bool pretty)
 {
     rapidjson::StringBuffer buffer;
-    bool ok = false;
-    if (pretty) {
-        ok = writePretty(value, buffer, 0);
-    } else {
-        rapidjson::Writer<rapidjson::StringBuffer> writer(buffer);
-        ok = value.Accept(writer);
-    }
-    if (!ok)
+    JsonTextWriter<rapidjson::StringBuffer> writer(buffer, pretty);
+    if (!value.Accept(writer))
         return QByteArray();
-    QByteArray text(buffer.GetString(), qsizetype(buffer.GetSize()));
-    if (pretty)
-        text.append('\n');
-    return text;
+    writer.finish();
+    return QByteArray(buffer.GetString(), qsizetype(buffer.GetSize()));
 }
 
 bool parseJson(const QByteArray& text, rapidjson::Document* document, QString* error)

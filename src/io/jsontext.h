@@ -9,6 +9,7 @@
 /// with three-space indentation, arrays of plain values on one line and a
 /// final newline. Non-finite reals cannot be written and make the result
 /// empty. The walk is recursive: meant for documents this program builds.
+/// The layout is JsonTextWriter's.
 QByteArray jsonToText(const rapidjson::Value& value, bool pretty);
 
 /// Parses untrusted text (iteratively, so deep nesting cannot exhaust the

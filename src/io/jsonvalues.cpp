@@ -5,7 +5,6 @@
 #include <charconv>
 #include <cmath>
 #include <cstdint>
-#include <cstdio>
 #include <limits>
 
 namespace
@@ -55,10 +54,20 @@ int clampToInt(double value)
 }
 } // namespace
 
+void writeFloatHex(float value, char out[8])
+{
+    static constexpr char kDigits[] = "0123456789ABCDEF";
+    std::uint32_t bits = bitsOf(value);
+    for (int i = 7; i >= 0; --i) {
+        out[i] = kDigits[bits & 0xFu];
+        bits >>= 4;
+    }
+}
+
 QByteArray floatToHex(float value)
 {
-    char text[16];
-    std::snprintf(text, sizeof text, "%08X", unsigned(bitsOf(value)));
+    char text[8];
+    writeFloatHex(value, text);
     return QByteArray(text, 8);
 }
 
@@ -88,6 +97,43 @@ QByteArray floatToShortestText(float value)
     return QByteArray(text, int(result.ptr - text));
 }
 
+FloatEncoding encodeFloat(float value, const JsonStyle& style)
+{
+    FloatEncoding e;
+    // -0 compares equal to 0 and is written as 0 in every form.
+    if (value == 0)
+        value = 0;
+    const std::uint32_t bits = bitsOf(value);
+    if (style.compactCommonFloats && (bits == kZeroBits || bits == kOneBits)) {
+        e.kind = FloatEncoding::Kind::Integer;
+        e.integer = bits == kOneBits ? 1 : 0;
+        return e;
+    }
+    if (style.humanReadableFloats && std::isfinite(value)) {
+        // The double nearest to the shortest decimal text, so that the writer
+        // prints that text. In the rare case where that double does not round
+        // back to the same float, the exact value is written instead.
+        e.kind = FloatEncoding::Kind::Real;
+        e.real = double(value);
+        char text[32];
+        const std::to_chars_result printed = std::to_chars(text, text + sizeof text, value);
+        double shortest = 0;
+        if (printed.ec == std::errc() &&
+            std::from_chars(text, printed.ptr, shortest).ec == std::errc() &&
+            bitsOf(floatFromDouble(shortest)) == bits)
+            e.real = shortest;
+        return e;
+    }
+    e.kind = FloatEncoding::Kind::Hex;
+    writeFloatHex(value, e.hex);
+    return e;
+}
+
+bool isCompactZeroVec2(Vec2 value, const JsonStyle& style)
+{
+    return style.compactZeroVecs && value.x == 0 && value.y == 0;
+}
+
 float floatFromDouble(double value)
 {
     if (std::isnan(value))
@@ -102,31 +148,21 @@ float floatFromDouble(double value)
 
 Value JsonEncoder::floatValue(float value) const
 {
-    const std::uint32_t bits = bitsOf(value);
-    if (m_style.compactCommonFloats) {
-        if (bits == kZeroBits)
-            return Value(0);
-        if (bits == kOneBits)
-            return Value(1);
+    const FloatEncoding e = encodeFloat(value, m_style);
+    switch (e.kind) {
+    case FloatEncoding::Kind::Integer:
+        return Value(e.integer);
+    case FloatEncoding::Kind::Real:
+        return Value(e.real);
+    case FloatEncoding::Kind::Hex:
+        break;
     }
-    if (m_style.humanReadableFloats && std::isfinite(value)) {
-        // Store the double nearest to the shortest decimal text so that the
-        // writer prints that text. In the rare case where that double does not
-        // round back to the same float, the exact value is stored instead.
-        const QByteArray text = floatToShortestText(value);
-        double shortest = 0;
-        const std::from_chars_result parsed = std::from_chars(text.constData(), text.constData() + text.size(), shortest);
-        if (parsed.ec == std::errc() && bitsOf(floatFromDouble(shortest)) == bits)
-            return Value(shortest);
-        return Value(double(value));
-    }
-    const QByteArray hex = floatToHex(value);
-    return Value(hex.constData(), rapidjson::SizeType(hex.size()), m_allocator);
+    return Value(e.hex, rapidjson::SizeType(sizeof e.hex), m_allocator);
 }
 
 Value JsonEncoder::vec2Value(Vec2 value) const
 {
-    if (m_style.compactZeroVecs && bitsOf(value.x) == kZeroBits && bitsOf(value.y) == kZeroBits)
+    if (isCompactZeroVec2(value, m_style))
         return Value(0);
     Value object(rapidjson::kObjectType);
     addFloat(object, "x", value.x);

@@ -30,12 +30,41 @@ struct JsonStyle
 
 /// Eight upper-case hex digits of the single-precision bit pattern ("3FC00000" for 1.5).
 QByteArray floatToHex(float value);
+/// The same eight digits written into out (not terminated).
+void writeFloatHex(float value, char out[8]);
 /// Float from a bit-pattern string of one to eight hex digits; false (value untouched) when malformed.
 bool floatFromHex(const char* text, size_t length, float* value);
 /// Shortest decimal text that reads back to the same float ("0.1"); empty for NaN and infinities.
 QByteArray floatToShortestText(float value);
 /// Double to float without undefined behaviour: out-of-range values become infinities, NaN stays NaN.
 float floatFromDouble(double value);
+
+/// How one float is written in a style: the integer 0 or 1, eight hex
+/// digits, or a real. Zero of either sign is zero: the integer 0, "00000000"
+/// or the real 0.
+struct FloatEncoding
+{
+    /// The three forms.
+    enum class Kind
+    {
+        Integer,
+        Hex,
+        Real
+    };
+    /// The form chosen.
+    Kind kind = Kind::Integer;
+    /// The integer (0 or 1) of the Integer form.
+    int integer = 0;
+    /// The double whose shortest text reads back to the float (Real form).
+    double real = 0;
+    /// The digits of the Hex form.
+    char hex[8] = {};
+};
+
+/// The form of one float in a style (see JsonEncoder::floatValue).
+FloatEncoding encodeFloat(float value, const JsonStyle& style);
+/// True when a vec2 is written as the integer 0 in the style (either zero counts).
+bool isCompactZeroVec2(Vec2 value, const JsonStyle& style);
 
 /// Builds DOM values in one style with one allocator. Keys passed to the add
 /// functions must outlive the value (string literals): they are not copied.

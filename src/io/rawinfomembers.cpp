@@ -1,52 +1,59 @@
 #include "io/rawinfomembers.h"
 
-#include <cstdio>
+#include <algorithm>
+#include <cstring>
 
-bool RawInfoMembers::allows(const char* key) const
+bool RawInfoMembers::asks(const char* key) const
 {
     char path[160];
-    std::snprintf(path, sizeof path, "%s%s", m_prefix, key);
-    return m_filter.allows(path);
+    const size_t prefixLength = std::strlen(m_prefix);
+    const size_t keyLength = std::min(std::strlen(key), sizeof path - 1 - prefixLength);
+    std::memcpy(path, m_prefix, prefixLength);
+    std::memcpy(path + prefixLength, key, keyLength);
+    path[prefixLength + keyLength] = '\0';
+    return m_filter.allows(path, m_item);
 }
 
-void RawInfoMembers::addFloat(rapidjson::Value& object, const char* key, float value) const
+bool RawInfoMembers::member(const char* key) const
 {
-    if (allows(key))
-        m_encoder.addFloat(object, key, value);
+    if (!allows(key))
+        return false;
+    m_emitter.key(key);
+    return true;
 }
 
-void RawInfoMembers::addVec2(rapidjson::Value& object, const char* key, Vec2 value) const
+void RawInfoMembers::addFloat(const char* key, float value) const
 {
-    if (allows(key))
-        m_encoder.addVec2(object, key, value);
+    if (member(key))
+        m_emitter.floatValue(value);
 }
 
-void RawInfoMembers::addBool(rapidjson::Value& object, const char* key, bool value) const
+void RawInfoMembers::addVec2(const char* key, Vec2 value) const
 {
-    if (allows(key))
-        m_encoder.addBool(object, key, value);
+    if (member(key))
+        m_emitter.vec2Value(value);
 }
 
-void RawInfoMembers::addInt(rapidjson::Value& object, const char* key, int value) const
+void RawInfoMembers::addBool(const char* key, bool value) const
 {
-    if (allows(key))
-        m_encoder.addInt(object, key, value);
+    if (member(key))
+        m_emitter.boolValue(value);
 }
 
-void RawInfoMembers::addString(rapidjson::Value& object, const char* key, const QString& value) const
+void RawInfoMembers::addInt(const char* key, int value) const
 {
-    if (allows(key))
-        m_encoder.addString(object, key, value);
+    if (member(key))
+        m_emitter.intValue(value);
 }
 
-void RawInfoMembers::addPointList(rapidjson::Value& object, const char* key, const std::vector<Vec2>& points) const
+void RawInfoMembers::addString(const char* key, const QString& value) const
 {
-    if (allows(key))
-        m_encoder.addPointList(object, key, points);
+    if (member(key))
+        m_emitter.stringValue(value);
 }
 
-void RawInfoMembers::add(rapidjson::Value& object, const char* key, rapidjson::Value&& value) const
+void RawInfoMembers::addPointList(const char* key, const Vec2* points, size_t count) const
 {
-    if (allows(key))
-        m_encoder.add(object, key, std::move(value));
+    if (member(key))
+        m_emitter.pointListValue(points, count);
 }

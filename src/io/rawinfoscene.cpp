@@ -95,7 +95,7 @@ void readFixture(const Value& record, MetaWorld& world, MetaBody* body, int fixt
     auto fixture = std::make_unique<MetaFixture>();
     fixture->restitution = readFloat(record, "restitution", 0);
     fixture->friction = readFloat(record, "friction", 0.2f);
-    fixture->density = readFloat(record, "density", 0);
+    fixture->density = MetaFixture::validDensity(readFloat(record, "density", 0));
     fixture->sensor = readBool(record, "sensor", false);
     fixture->filterCategoryBits = readInt(record, "filter-categoryBits", 1);
     fixture->filterMaskBits = readInt(record, "filter-maskBits", 0xFFFF);

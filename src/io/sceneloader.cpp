@@ -183,7 +183,10 @@ std::unique_ptr<MetaWorld> loadSceneFile(const QString& path)
     }
     plaxLog(LOG_DEBUG, " Parsed file OK");
 
-    if (const Value* metaworld = jsonMember(document, "metaworld"))
-        return loadScene(*metaworld, path);
-    return loadRawInfo(document, path);
+    const Value* metaworld = jsonMember(document, "metaworld");
+    std::unique_ptr<MetaWorld> world = metaworld ? loadScene(*metaworld, path) : loadRawInfo(document, path);
+    // Relative file references of the items are relative to this folder.
+    if (world)
+        world->referenceFolder = QFileInfo(path).absolutePath();
+    return world;
 }

@@ -3,12 +3,18 @@ target_sources(plaxcore PRIVATE
   io/b2djsonimage.cpp io/b2djsonimage.h
   io/b2djsonobject.cpp io/b2djsonobject.h
   io/bodyrecord.cpp io/bodyrecord.h
+  io/bufferedfileoutput.cpp io/bufferedfileoutput.h
+  io/chaincallrepair.cpp io/chaincallrepair.h
   io/customrecord.cpp io/customrecord.h
   io/exportfilter.cpp io/exportfilter.h
+  io/filereferences.cpp io/filereferences.h
   io/imagequad.cpp io/imagequad.h
   io/imagerecord.cpp io/imagerecord.h
   io/jointrecord.cpp io/jointrecord.h
+  io/jsonemitter.cpp io/jsonemitter.h
+  io/jsonsink.h
   io/jsontext.cpp io/jsontext.h
+  io/jsontextwriter.h
   io/jsonvalues.cpp io/jsonvalues.h
   io/objectrecord.cpp io/objectrecord.h
   io/rawinfoexport.cpp io/rawinfoexport.h

@@ -1,7 +1,19 @@
 #include "model/metafixture.h"
 
+#include "base/log.h"
 #include "model/metabody.h"
 #include "model/ringcheck.h"
+
+#include <cmath>
+
+float MetaFixture::validDensity(float density)
+{
+    if (std::isfinite(density) && density >= 0)
+        return density;
+    const float fallback = MetaFixture().density;
+    plaxLog(LOG_WARNING, QStringLiteral("Fixture density %1 is not valid, using %2").arg(density).arg(fallback));
+    return fallback;
+}
 
 void MetaFixture::setVertices(std::vector<Vec2> vertices)
 {

@@ -20,6 +20,11 @@ public:
     float friction = 0.2f;
     float restitution = 0;
     float density = 1;
+    /// The density a read value stands for: Box2D takes only finite,
+    /// non-negative densities, so any other value is replaced by the default
+    /// density 1 with the warning "Fixture density %1 is not valid, using %2".
+    /// Every reader of fixtures applies this one rule.
+    static float validDensity(float density);
     bool sensor = false;
     int filterCategoryBits = 0x0001;
     int filterMaskBits = 0xFFFF;

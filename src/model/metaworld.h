@@ -36,6 +36,10 @@ public:
     SystemHook afterExportHook;
     QStringList excludedJsonExportProperties;
     QString activeScript;
+    /// The folder that relative file references of the items (image, object
+    /// and sampler output files) are relative to: the folder of the file the
+    /// scene was read from, empty for a scene never read from a file.
+    QString referenceFolder;
 
     /// Items of each kind, in order.
     const std::vector<std::unique_ptr<MetaBody>>& bodies() const { return m_bodies; }

@@ -69,6 +69,7 @@ std::vector<PropertyDef> customPropertyRows(const MetaWorld& world, ItemKind kin
             type = CustomPropertyType::Int;
         PropertyDef row;
         row.label = def.displayName.isEmpty() ? def.name : def.displayName;
+        row.key = QStringLiteral("customProperties/") + def.name;
         const bool choice = type == CustomPropertyType::String && !def.comboboxEntries.isEmpty();
         switch (type) {
         case CustomPropertyType::Int: row.type = Type::Int; break;

@@ -2,6 +2,9 @@
 
 #include "document/editordocument.h"
 #include "model/metaworld.h"
+#include "script/displayfilterscript.h"
+#include "script/documentscripting.h"
+#include "script/documentscripts.h"
 #include "script/scriptapisupport.h"
 
 #include <QCheckBox>
@@ -14,6 +17,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <optional>
 
 namespace
 {
@@ -22,6 +26,14 @@ QString formatValue(const QVariant& value, PropertyDef::Type type)
     if (type == PropertyDef::Type::Float)
         return QString::number(value.toDouble(), 'g', 6);
     return value.toString();
+}
+
+// True when the display filter script lets every selected item show the row.
+bool displayed(DisplayFilterScript::Pass* filter, const std::vector<const MetaItem*>& items, const QString& key)
+{
+    return !filter || std::all_of(items.begin(), items.end(), [&](const MetaItem* item) {
+        return filter->shouldDisplay(*item, key);
+    });
 }
 
 QString sectionTitle(ItemKind kind, size_t count)
@@ -48,10 +60,13 @@ void PropertiesPanel::setDocument(EditorDocument* document)
     if (document == m_document)
         return;
     disconnect(m_stackConnection);
+    disconnect(m_scriptsConnection);
     m_document = document;
     if (m_document) {
         m_stackConnection =
             connect(&m_document->undoStack(), &QUndoStack::indexChanged, this, [this] { scheduleRefresh(); });
+        m_scriptsConnection = connect(&m_document->scripting().documentScripts(), &DocumentScripts::changed, this,
+                                      [this] { scheduleRefresh(); });
     }
     refresh();
 }
@@ -74,6 +89,11 @@ void PropertiesPanel::refresh()
     layout->addStretch(1);
     bool any = false;
     if (m_document) {
+        // One pass of the display filter script serves the whole refresh.
+        std::optional<DisplayFilterScript::Pass> filter;
+        if (DisplayFilterScript* script = m_document->scripting().documentScripts().displayFilter())
+            filter.emplace(*script, *m_document);
+        m_filter = filter && filter->isReady() ? &*filter : nullptr;
         const Selection& selection = m_document->selection();
         const std::pair<ItemKind, std::vector<PropertyDef> (*)()> sections[] = {
             {ItemKind::Body, &bodyProperties},       {ItemKind::Fixture, &fixtureProperties},
@@ -89,6 +109,7 @@ void PropertiesPanel::refresh()
             addSection(form, kind, rows);
             any = true;
         }
+        m_filter = nullptr;
     }
     if (!any) {
         auto* label = new QLabel(noSelectionText());
@@ -117,7 +138,7 @@ void PropertiesPanel::addSection(QFormLayout* form, ItemKind kind, const std::ve
         const bool belongs = !row.applies || std::all_of(items.begin(), items.end(), [&row](const MetaItem* item) {
             return row.applies(*item);
         });
-        if (!belongs)
+        if (!belongs || !displayed(m_filter, items, row.key))
             continue;
         QWidget* editor = makeEditor(kind, row, items);
         editor->setObjectName(QStringLiteral("%1/%2").arg(itemKindWord(kind), row.label));
@@ -207,4 +228,23 @@ void PropertiesPanel::apply(ItemKind kind, const PropertyDef& row, const QVarian
         }
     }
     scheduleRefresh();
+}
+
+QString propertyKeyOf(const char* label)
+{
+    QString key;
+    bool upper = false;
+    int depth = 0;
+    for (const char* c = label; *c; ++c) {
+        const QChar ch = QLatin1Char(*c);
+        // A unit in parentheses is not part of the name: "Angle (rad)" is "angle".
+        depth += ch == QLatin1Char('(') ? 1 : (ch == QLatin1Char(')') ? -1 : 0);
+        if (depth > 0 || !ch.isLetterOrNumber()) {
+            upper = !key.isEmpty();
+            continue;
+        }
+        key += upper ? ch.toUpper() : (key.isEmpty() ? ch.toLower() : ch);
+        upper = false;
+    }
+    return key;
 }

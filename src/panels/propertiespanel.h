@@ -2,6 +2,7 @@
 
 #include "model/itemkind.h"
 #include "panels/propertydefs.h"
+#include "script/displayfilterscript.h"
 
 #include <QScrollArea>
 
@@ -14,7 +15,8 @@ class QWidget;
 /// defines for them. With several items selected, a property whose values
 /// differ shows as mixed. An edit changes every selected item of the kind
 /// through the script API as one undo step. Shows "No selection" when
-/// nothing is selected.
+/// nothing is selected. Rows the scene's property display filter script
+/// hides for any selected item are left out.
 class PropertiesPanel : public QScrollArea
 {
     Q_OBJECT
@@ -40,5 +42,8 @@ private:
 
     EditorDocument* m_document = nullptr;
     QMetaObject::Connection m_stackConnection;
+    QMetaObject::Connection m_scriptsConnection;
+    // The display filter's pass while a refresh builds the rows, else null.
+    DisplayFilterScript::Pass* m_filter = nullptr;
     bool m_refreshPending = false;
 };

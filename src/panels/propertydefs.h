@@ -28,6 +28,11 @@ struct PropertyDef
     };
 
     QString label;
+    /// The name the property display filter script is asked about: the
+    /// untranslated label in lower camel case without a unit in parentheses
+    /// ("name", "linearDamping", "angle" for "Angle (rad)"), and
+    /// "customProperties/" and the name for a custom property.
+    QString key;
     Type type = Type::Float;
     /// Entries of a Choice row, by value 0, 1, ...
     QStringList choices;
@@ -43,6 +48,9 @@ struct PropertyDef
     /// its own; used instead of `set` when given (custom properties).
     std::function<void(EditorDocument&, ItemKind, const QVariant&)> setAll;
 };
+
+/// The key of a row label: "Linear damping" gives "linearDamping", "Angle (rad)" "angle".
+QString propertyKeyOf(const char* label);
 
 /// Rows for bodies.
 std::vector<PropertyDef> bodyProperties();

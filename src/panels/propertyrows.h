@@ -22,6 +22,7 @@ PropertyDef row(const char* label, PropertyDef::Type type, std::function<QVarian
 {
     PropertyDef def;
     def.label = tr(label);
+    def.key = propertyKeyOf(label);
     def.type = type;
     def.choices = std::move(choices);
     def.get = [get](const MetaItem& item) { return get(static_cast<const Item&>(item)); };

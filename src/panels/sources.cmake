@@ -14,7 +14,10 @@ target_sources(plaxgui PRIVATE
   panels/propertiespanel.cpp panels/propertiespanel.h
   panels/propertydefs.h
   panels/propertyrows.h
+  panels/scenescriptsdialog.cpp panels/scenescriptsdialog.h
   panels/scriptapicatalog.cpp panels/scriptapicatalog.h
+  panels/scripthooksdialog.cpp panels/scripthooksdialog.h
+  panels/scripthooksmodel.cpp panels/scripthooksmodel.h
   panels/scripteditor.cpp panels/scripteditor.h
   panels/scripteditorpanel.cpp panels/scripteditorpanel.h
   panels/scriptlibrary.cpp panels/scriptlibrary.h

@@ -2,6 +2,7 @@
 
 #include "base/flags.h"
 #include "base/log.h"
+#include "script/documentscripts.h"
 #include "script/scriptdocument.h"
 #include "model/metaworld.h"
 #include "script/scriptapi.h"
@@ -81,10 +82,13 @@ DocumentScripting::DocumentScripting(ScriptDocument& document) : m_document(docu
     }
     m_modulePresent = false;
     m_compiledOk = true;
+    m_documentScripts = std::make_unique<DocumentScripts>(document);
 }
 
 DocumentScripting::~DocumentScripting()
 {
+    // It keeps functions of the modules discarded below.
+    m_documentScripts.reset();
     {
         QMutexLocker lock(&m_scriptMutex);
         discardLiveModule();
@@ -268,6 +272,24 @@ bool DocumentScripting::runOneShotLocked(const QString& text, const QString& lab
     m_scriptLog.releaseFlushes();
     context->Release();
     return ok;
+}
+
+asIScriptModule* DocumentScripting::buildModuleLocked(const QString& name, const QString& text, int lineOffset)
+{
+    CScriptBuilder builder;
+    if (!startModule(builder, engine(), name))
+        return nullptr;
+    if (!addSection(builder, text)) {
+        discardModuleIfPresent(name);
+        return nullptr;
+    }
+    if (buildModule(builder, &m_document, lineOffset) < 0) {
+        if (!AppFlags::isBatchMode())
+            plaxLog(LOG_DEBUG, "BuildModule failed");
+        discardModuleIfPresent(name);
+        return nullptr;
+    }
+    return m_engine->GetModule(name.toUtf8().constData(), asGM_ONLY_IF_EXISTS);
 }
 
 bool DocumentScripting::compileLive()

@@ -9,7 +9,9 @@
 #include <QString>
 
 #include <atomic>
+#include <memory>
 
+class DocumentScripts;
 class ScriptDocument;
 
 /// The scripting side of one document: its AngelScript engine with the whole
@@ -62,6 +64,10 @@ public:
     /// The document's script log.
     ScriptLog& scriptLog() { return m_scriptLog; }
 
+    /// The scripts the scene names to customise labels, exports and the
+    /// properties panel.
+    DocumentScripts& documentScripts() { return *m_documentScripts; }
+
     /// Discards the live module if present and clears both flags.
     void discardLiveModule();
 
@@ -78,6 +84,16 @@ public:
     /// macro titled `label` ("script execution" when empty). Returns true
     /// when it compiled and ran to its end.
     bool runOneShotLocked(const QString& text, const QString& label);
+
+    /// Builds `text` into the module `name` (replacing it), with the
+    /// document current and rows reported with `lineOffset` added. Failures
+    /// log as for the live script ("Failed to start script module", "Failed
+    /// to add script section", "BuildModule failed" outside command-line
+    /// mode) and leave no module. Returns the module or null. Expects the
+    /// caller to hold scriptMutex().
+    AngelScript::asIScriptModule* buildModuleLocked(const QString& name, const QString& text, int lineOffset);
+    /// Discards the module `name` if it exists.
+    void discardModule(const QString& name) { discardModuleIfPresent(name); }
 
     /// compileLiveLocked() under the script mutex.
     bool compileLive();
@@ -99,4 +115,5 @@ private:
     QMutex m_liveExecutionMutex;
     DocumentScriptHooks m_hooks;
     ScriptLog m_scriptLog;
+    std::unique_ptr<DocumentScripts> m_documentScripts;
 };

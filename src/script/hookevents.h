@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QString>
+
 #include <functional>
 
 class ScriptDocument;
@@ -30,6 +32,22 @@ enum ScriptHookEvent : int
     SHE_AFTER_EXPORT,
     SHE_MAX
 };
+
+/// The name of an event in the hook configuration file ("KEY_0", ...,
+/// "AFTER_EXPORT"); empty for a value outside the enumeration.
+QString scriptHookEventConfigName(int event);
+/// The event of a configuration file name, or SHE_MAX for an unknown name.
+ScriptHookEvent scriptHookEventFromConfigName(const QString& name);
+/// The name shown to the user ("Keypress: 0", "Images dropped", ...). A value
+/// outside the enumeration logs "Error in getScriptHookEventName" and gives "".
+QString scriptHookEventName(int event);
+/// The event's description for tooltips. A value outside the enumeration
+/// logs "Error in getScriptHookEventTooltip" and gives "".
+QString scriptHookEventTooltip(int event);
+/// The resource path of the event's icon (":/icons/keyboard.png" for the
+/// keys, ":/icons/lightning-purple.png" for the rest). A value outside the
+/// enumeration logs "Error in getScriptHookEventIcon" and gives "".
+QString scriptHookEventIcon(int event);
 
 /// Where the editor raises hook events. Each event is raised at one place
 /// (the transform tools, image drops, digit keys, exports) through raise();

@@ -52,6 +52,7 @@ const RegistrationStep kGlobalFunctions[] = {
     registerJsonFunctions,
     registerFileFunctions,
     registerExportExclusionFunctions,
+    registerDocumentSettingsFunctions,
 };
 
 void registerTypes(ScriptRegistrar& reg, const std::vector<TypeStep>& steps)

@@ -66,3 +66,5 @@ void registerJsonFunctions(ScriptRegistrar& reg);
 void registerFileFunctions(ScriptRegistrar& reg);
 /// setExportPropertyExcluded, isExportPropertyExcluded and getExcludedExportProperties.
 void registerExportExclusionFunctions(ScriptRegistrar& reg);
+/// The scene's script file settings and its after-export system command.
+void registerDocumentSettingsFunctions(ScriptRegistrar& reg);

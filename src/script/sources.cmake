@@ -79,4 +79,19 @@ target_sources(plaxcore PRIVATE
   script/selectionchange.cpp script/selectionchange.h
   script/selectionedits.cpp script/selectionedits.h
   script/transformsession.cpp script/transformsession.h
+  script/customlabelscript.cpp script/customlabelscript.h
+  script/displayfilterscript.cpp script/displayfilterscript.h
+  script/documentscriptcall.cpp script/documentscriptcall.h
+  script/documentscriptmodule.cpp script/documentscriptmodule.h
+  script/documentscripts.cpp script/documentscripts.h
+  script/exportfilterscript.cpp script/exportfilterscript.h
+  script/exporthooks.cpp script/exporthooks.h
+  script/register_documentsettings.cpp
+  script/scriptdocumentsettings.cpp script/scriptdocumentsettings.h
+  script/scripthooksmanager.cpp script/scripthooksmanager.h
+  script/scripthookstable.cpp script/scripthookstable.h
+  script/scripttemplates.cpp script/scripttemplates.h
+  script/scripttrust.cpp script/scripttrust.h
+  script/systemcommand.cpp script/systemcommand.h
+  script/systemhookprocess.cpp script/systemhookprocess.h
 )

@@ -6,6 +6,9 @@
 #include "editing/scriptcommand.h"
 #include "model/metaworld.h"
 #include "script/creationedits.h"
+#include "script/customlabelscript.h"
+#include "script/documentscripting.h"
+#include "script/documentscripts.h"
 #include "script/hookevents.h"
 #include "script/scriptdocument.h"
 #include "script/scripthookdata.h"
@@ -31,6 +34,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 namespace
 {
@@ -65,6 +69,8 @@ EditorView::EditorView(EditorDocument& document, std::shared_ptr<TextureCache> t
     setFocusPolicy(Qt::StrongFocus);
     setAcceptDrops(true);
     setMinimumSize(64, 48);
+    // A changed labels script (or the user's agreement to it) shows at once.
+    connect(&document.scripting().documentScripts(), &DocumentScripts::changed, this, [this] { update(); });
     const EditorState& state = document.editorState();
     m_camera.center = state.viewCenter;
     m_camera.height = state.viewHeight > 0 ? state.viewHeight : 20;
@@ -269,7 +275,20 @@ void EditorView::paintGL()
     painter.setRenderHint(QPainter::TextAntialiasing);
     if (labels) {
         const ItemKind kind = editModeItemKind(editMode());
-        m_labelCount = LabelPainter::paint(painter, m_camera, m_geometry.labels, kind, m_colors.label, m_colors.selection);
+        // One pass of the custom labels script serves the whole repaint.
+        std::optional<CustomLabelScript::Pass> pass;
+        LabelPainter::Customize customize;
+        if (CustomLabelScript* script = document().scripting().documentScripts().labels()) {
+            pass.emplace(*script, document());
+            if (pass->isReady()) {
+                customize = [this, &pass](const SceneLabel& scene, CustomLabel* label) {
+                    if (const MetaItem* item = document().world().findItem(scene.kind, scene.id))
+                        pass->apply(*item, label);
+                };
+            }
+        }
+        m_labelCount = LabelPainter::paint(painter, m_camera, m_geometry.labels, kind, m_colors.label, m_colors.selection,
+                                           customize);
     }
     if (m_tool) {
         painter.setRenderHint(QPainter::Antialiasing);

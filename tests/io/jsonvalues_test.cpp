@@ -85,7 +85,7 @@ TEST(JsonFloat, WritesCompactHexAndNonFinite)
     EXPECT_EQ(floatText(1.5f, hex), "\"3FC00000\"");
     EXPECT_EQ(floatText(0.0f, hex), "0");
     EXPECT_EQ(floatText(1.0f, hex), "1");
-    EXPECT_EQ(floatText(-0.0f, hex), "\"80000000\"");
+    EXPECT_EQ(floatText(-0.0f, hex), "0") << "zero of either sign is zero";
     EXPECT_EQ(floatText(-1.0f, hex), "\"BF800000\"");
     EXPECT_EQ(floatText(std::numeric_limits<float>::infinity(), humanReadable()), "\"7F800000\"");
     EXPECT_EQ(floatText(std::numeric_limits<float>::quiet_NaN(), humanReadable()), "\"7FC00000\"");
@@ -243,4 +243,27 @@ TEST(JsonText, CompactPrettyAndParseErrors)
     QByteArray buffer("{\"k\": \"v\"}");
     EXPECT_TRUE(parseJsonInPlace(buffer, &bad, &error));
     EXPECT_EQ(readString(bad, "k"), QStringLiteral("v"));
+}
+
+TEST(JsonFloat, NegativeZeroIsZeroInEveryEncoding)
+{
+    rapidjson::Document document;
+    JsonStyle hexLoose;
+    hexLoose.compactCommonFloats = false;
+    hexLoose.compactZeroVecs = false;
+    JsonStyle readableLoose = humanReadable();
+    readableLoose.compactCommonFloats = false;
+    EXPECT_EQ(floatText(-0.0f, JsonStyle{}), "0");
+    EXPECT_EQ(floatText(-0.0f, humanReadable()), "0");
+    EXPECT_EQ(floatText(-0.0f, hexLoose), "\"00000000\"");
+    EXPECT_EQ(floatText(-0.0f, readableLoose), floatText(0.0f, readableLoose));
+    EXPECT_FALSE(floatText(-0.0f, readableLoose).contains('-'));
+
+    const JsonEncoder compact(document.GetAllocator(), JsonStyle{});
+    EXPECT_EQ(jsonToText(compact.vec2Value({-0.0f, 0.0f}), false), "0");
+    EXPECT_EQ(jsonToText(compact.vec2Value({-0.0f, -0.0f}), false), "0");
+    const JsonEncoder loose(document.GetAllocator(), hexLoose);
+    EXPECT_EQ(jsonToText(loose.vec2Value({-0.0f, 2.0f}), false), R"({"x":"00000000","y":"40000000"})");
+    // A NaN is not zero, whatever its sign.
+    EXPECT_EQ(floatText(-std::numeric_limits<float>::quiet_NaN(), JsonStyle{}), "\"FFC00000\"");
 }

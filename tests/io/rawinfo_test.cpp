@@ -4,6 +4,7 @@
 
 #include "io/exportfilter.h"
 #include "io/jsontext.h"
+#include "io/jsonvalues.h"
 #include "io/rawinfoexport.h"
 #include "io/rawinfoscene.h"
 #include "model/metaworld.h"
@@ -339,4 +340,68 @@ TEST(RawInfoRead, ShapeRecordRules)
     EXPECT_TRUE(log.contains(LOG_WARNING, "Failed to load fixture of unknown type"));
     EXPECT_TRUE(log.contains(LOG_WARNING, "Could not find body B for joint"));
     EXPECT_TRUE(world->joints().empty());
+}
+
+TEST(RawInfoExport, NegativeZeroVelocitiesAreTheZeroVector)
+{
+    MetaWorld scene;
+    MetaBody* body = addBody(scene, 1, "resting", BodyType::Dynamic, {0, 0});
+    body->linearVelocity = {-0.0f, 0.0f};
+    body->angularVelocity = -0.0f;
+    addFixture(scene, body, "ball", {{0, 0}}, SHAPE_CIRCLE, 0.5f);
+    const Export e = exportScene(scene);
+    const Value& record = e.doc["body"][0];
+    EXPECT_TRUE(record["linearVelocity"].IsInt()) << e.text.toStdString();
+    EXPECT_EQ(record["linearVelocity"].GetInt(), 0);
+    EXPECT_TRUE(record["angularVelocity"].IsInt());
+    EXPECT_FALSE(e.text.contains("80000000"));
+}
+
+TEST(RawInfoExport, StaticBodiesKeepTheScenesAwakeFlag)
+{
+    // Box2D 2.4.1 reports every static body asleep; the export writes what
+    // the scene says, as Box2D 2.3 kept it. Other bodies keep Box2D's state.
+    MetaWorld scene;
+    MetaBody* awake = addBody(scene, 1, "awakeGround", BodyType::Static, {0, 0});
+    MetaBody* asleep = addBody(scene, 2, "sleepingGround", BodyType::Static, {5, 0});
+    asleep->awake = false;
+    MetaBody* mover = addBody(scene, 3, "sleepingMover", BodyType::Dynamic, {0, 5});
+    mover->awake = false;
+    for (MetaBody* b : {awake, asleep, mover})
+        addFixture(scene, b, "ball", {{0, 0}}, SHAPE_CIRCLE, 0.5f);
+    const Export e = exportScene(scene);
+    EXPECT_TRUE((*findByName(e.doc["body"], "awakeGround"))["awake"].GetBool());
+    EXPECT_FALSE((*findByName(e.doc["body"], "sleepingGround"))["awake"].GetBool());
+    EXPECT_FALSE((*findByName(e.doc["body"], "sleepingMover"))["awake"].GetBool());
+
+    // Read back and exported again, the flags stay.
+    std::unique_ptr<MetaWorld> readBack = createWorldFromRawInfo(e.doc, "x.json");
+    ASSERT_TRUE(readBack);
+    EXPECT_EQ(exportScene(*readBack).text, e.text);
+}
+
+TEST(RawInfoRead, BadDensityIsReplacedByTheRuleOfTheSceneReader)
+{
+    // Negative and NaN densities: the raw-info reader applies the scene
+    // reader's rule, so reading, resaving and exporting agree on one value.
+    LogCapture log;
+    rapidjson::Document doc;
+    ASSERT_TRUE(parseJson(R"({"body":[{"type":2,"fixture":[
+        {"name":"negative","density":"BF800000","circle":{"center":0,"radius":1}},
+        {"name":"nan","density":"7FC00000","circle":{"center":0,"radius":1}},
+        {"name":"fine","density":2.5,"circle":{"center":0,"radius":1}}]}]})",
+                          &doc, nullptr));
+    auto world = createWorldFromRawInfo(doc, "t.json");
+    ASSERT_TRUE(world);
+    const auto& fixtures = world->bodies()[0]->fixtures();
+    ASSERT_EQ(fixtures.size(), 3u);
+    EXPECT_EQ(fixtures[0]->density, 1.0f);
+    EXPECT_EQ(fixtures[1]->density, 1.0f);
+    EXPECT_EQ(fixtures[2]->density, 2.5f);
+    EXPECT_TRUE(log.has(LOG_WARNING, QStringLiteral("Fixture density -1 is not valid, using 1")));
+    EXPECT_TRUE(log.has(LOG_WARNING, QStringLiteral("Fixture density nan is not valid, using 1")));
+
+    const Export e = exportScene(*world);
+    for (const Value& fixture : e.doc["body"][0]["fixture"].GetArray())
+        EXPECT_EQ(decodeFloat(&fixture["density"], -1), fixture["name"] == "fine" ? 2.5f : 1.0f);
 }

@@ -2,6 +2,7 @@
 
 #include "base/flags.h"
 #include "base/log.h"
+#include "base/notify.h"
 #include "base/settings.h"
 #include "document/editordocument.h"
 #include "script/documentscripting.h"
@@ -69,4 +70,22 @@ EnvironmentScope::~EnvironmentScope()
         qputenv(m_name, m_previous);
     else
         qunsetenv(m_name);
+}
+
+NotifierScope::NotifierScope(bool answer) : m_answer(answer)
+{
+    UserNotifier::setHandlers(
+        [this](UserNotifier::Kind, const QString& title, const QString& text) {
+            m_boxTitles.append(title);
+            m_boxes.append(text);
+        },
+        [this](const QString&, const QString& text) {
+            m_questions.append(text);
+            return m_answer;
+        });
+}
+
+NotifierScope::~NotifierScope()
+{
+    UserNotifier::setHandlers({}, {});
 }

@@ -61,3 +61,31 @@ public:
 private:
     bool m_previous;
 };
+
+/// Stands in for the editor's message boxes for a scope: every question is
+/// recorded and answered with `answer`, every box recorded. Restores the
+/// non-interactive state afterwards.
+class NotifierScope
+{
+public:
+    /// Answers every question with `answer`.
+    explicit NotifierScope(bool answer);
+    ~NotifierScope();
+    NotifierScope(const NotifierScope&) = delete;
+    NotifierScope& operator=(const NotifierScope&) = delete;
+
+    /// The answer given from now on.
+    void setAnswer(bool answer) { m_answer = answer; }
+    /// Texts of the questions asked so far.
+    const QStringList& questions() const { return m_questions; }
+    /// Texts of the boxes shown so far.
+    const QStringList& boxes() const { return m_boxes; }
+    /// Titles of the boxes shown so far.
+    const QStringList& boxTitles() const { return m_boxTitles; }
+
+private:
+    bool m_answer;
+    QStringList m_questions;
+    QStringList m_boxes;
+    QStringList m_boxTitles;
+};

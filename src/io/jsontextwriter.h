@@ -1,0 +1,147 @@
+#pragma once
+
+#include <rapidjson/writer.h>
+
+#include <cstddef>
+#include <vector>
+
+/// A rapidjson SAX handler writing the program's JSON text layout to an
+/// output stream: compact on one line, or pretty printed with three-space
+/// indentation, "key": value members, and arrays on one line when their
+/// elements are plain values ("[0, 1.5, 2]"), one element a line otherwise.
+/// Whether an array is written on one line is decided by its first element:
+/// the program never writes arrays that mix plain values and containers.
+/// Scalars are formatted by rapidjson's own writer, so numbers and string
+/// escapes are exactly rapidjson's. Non-finite reals are refused (the
+/// handler returns false). The final newline of a pretty text is the
+/// caller's (see finish()).
+template <typename OutputStream>
+class JsonTextWriter
+{
+public:
+    /// A writer into the stream, which must outlive it.
+    JsonTextWriter(OutputStream& out, bool pretty) : m_out(out), m_pretty(pretty), m_scalar(out) {}
+
+    /// Appends the newline that ends a pretty text; nothing for compact text.
+    void finish()
+    {
+        if (m_pretty)
+            m_out.Put('\n');
+    }
+
+    bool Null() { return scalar([this] { return m_scalar.Null(); }); }
+    bool Bool(bool b) { return scalar([this, b] { return m_scalar.Bool(b); }); }
+    bool Int(int i) { return scalar([this, i] { return m_scalar.Int(i); }); }
+    bool Uint(unsigned u) { return scalar([this, u] { return m_scalar.Uint(u); }); }
+    bool Int64(int64_t i) { return scalar([this, i] { return m_scalar.Int64(i); }); }
+    bool Uint64(uint64_t u) { return scalar([this, u] { return m_scalar.Uint64(u); }); }
+    bool Double(double d) { return scalar([this, d] { return m_scalar.Double(d); }); }
+    bool RawNumber(const char* text, rapidjson::SizeType length, bool copy = false)
+    {
+        return scalar([=, this] { return m_scalar.RawNumber(text, length, copy); });
+    }
+    bool String(const char* text, rapidjson::SizeType length, bool copy = false)
+    {
+        return scalar([=, this] { return m_scalar.String(text, length, copy); });
+    }
+
+    bool StartObject()
+    {
+        beforeValue(true);
+        m_out.Put('{');
+        m_levels.push_back(Level{false, true, 0});
+        return true;
+    }
+    bool Key(const char* text, rapidjson::SizeType length, bool copy = false)
+    {
+        Level& level = m_levels.back();
+        if (level.count++ > 0)
+            m_out.Put(',');
+        if (m_pretty)
+            newline(m_levels.size());
+        m_scalar.Reset(m_out);
+        const bool ok = m_scalar.String(text, length, copy);
+        m_out.Put(':');
+        if (m_pretty)
+            m_out.Put(' ');
+        m_afterKey = true;
+        return ok;
+    }
+    bool EndObject(rapidjson::SizeType = 0)
+    {
+        const Level level = m_levels.back();
+        m_levels.pop_back();
+        if (m_pretty && level.count > 0)
+            newline(m_levels.size());
+        m_out.Put('}');
+        return true;
+    }
+    bool StartArray()
+    {
+        beforeValue(true);
+        m_out.Put('[');
+        m_levels.push_back(Level{true, true, 0});
+        return true;
+    }
+    bool EndArray(rapidjson::SizeType = 0)
+    {
+        const Level level = m_levels.back();
+        m_levels.pop_back();
+        if (m_pretty && !level.singleLine && level.count > 0)
+            newline(m_levels.size());
+        m_out.Put(']');
+        return true;
+    }
+
+private:
+    struct Level
+    {
+        bool array;
+        bool singleLine;
+        size_t count;
+    };
+
+    template <typename Write>
+    bool scalar(Write write)
+    {
+        beforeValue(false);
+        // A fresh document for rapidjson's writer: it only formats the value.
+        m_scalar.Reset(m_out);
+        return write();
+    }
+
+    // Separator and layout before a value in an array (a member's value
+    // follows its key directly).
+    void beforeValue(bool container)
+    {
+        if (m_afterKey || m_levels.empty()) {
+            m_afterKey = false;
+            return;
+        }
+        Level& level = m_levels.back();
+        if (level.count > 0)
+            m_out.Put(',');
+        if (m_pretty) {
+            if (level.count == 0)
+                level.singleLine = !container;
+            if (!level.singleLine)
+                newline(m_levels.size());
+            else if (level.count > 0)
+                m_out.Put(' ');
+        }
+        ++level.count;
+    }
+
+    void newline(size_t depth)
+    {
+        m_out.Put('\n');
+        for (size_t i = 0; i < depth * 3; ++i)
+            m_out.Put(' ');
+    }
+
+    OutputStream& m_out;
+    bool m_pretty;
+    bool m_afterKey = false;
+    rapidjson::Writer<OutputStream> m_scalar;
+    std::vector<Level> m_levels;
+};
