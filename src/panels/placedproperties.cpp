@@ -6,6 +6,7 @@
 #include "script/scriptapisupport.h"
 #include "script/scriptimage.h"
 #include "script/scriptobject.h"
+#include "script/scriptpath.h"
 #include "script/scriptplacedapi.h"
 #include "script/scriptsampler.h"
 
@@ -150,6 +151,30 @@ std::vector<PropertyDef> samplerProperties()
                                         ScriptSampler h = handleOf(s);
                                         SamplerApi::setUseColorB(&h, v.toBool());
                                     }));
+
+    // The paths of a sampler share these rows (shown when it has paths): the
+    // first path shows its value, an edit sets it on every path.
+    const auto pathRow = [&rows](const char* label, Type type, auto get, auto set, QStringList choices = {}) {
+        rows.push_back(only<MetaSampler>(row<MetaSampler>(
+            label, type,
+            [get](const MetaSampler& s) { return s.paths.empty() ? QVariant() : QVariant(get(s.paths.front())); },
+            [set](const MetaSampler& s, const QVariant& v) {
+                for (size_t i = 0; i < s.paths.size(); ++i) {
+                    ScriptPath h = PathApi::pathHandle(&s, int(i));
+                    set(&h, v);
+                }
+            },
+            choices), [](const MetaSampler& s) { return !s.paths.empty(); }));
+    };
+    pathRow("Path type", Type::Choice, [](const MetaPath& p) { return p.type; },
+            [](ScriptPath* h, const QVariant& v) { PathApi::setType(h, v.toInt()); },
+            {tr("Circle"), tr("Polygon"), tr("Line"), tr("Loop")});
+    pathRow("Path radius", Type::Float, [](const MetaPath& p) { return double(p.radius); },
+            [](ScriptPath* h, const QVariant& v) { PathApi::setRadius(h, v.toFloat()); });
+    pathRow("Path max points", Type::Int, [](const MetaPath& p) { return p.maxPoints; },
+            [](ScriptPath* h, const QVariant& v) { PathApi::setMaxPoints(h, v.toInt()); });
+    pathRow("Path min angle (deg)", Type::Int, [](const MetaPath& p) { return p.minAngle; },
+            [](ScriptPath* h, const QVariant& v) { PathApi::setMinAngle(h, v.toInt()); });
     return rows;
 }
 

@@ -115,3 +115,24 @@ TEST_F(PropertiesTest, ImagesAndCustomPropertiesAreEditedInThePanel)
     doc->undoStack().undo();
     EXPECT_EQ(ball->customProperties.find("hp"), nullptr) << "undo clears a property that had no value";
 }
+
+TEST_F(PropertiesTest, SamplerPathRowsSetEveryPathInOneStep)
+{
+    run("addSampler(0, '{\"name\":\"s\",\"file\":\"none.png\",\"center\":0,\"height\":2,\"body\":0,"
+        "\"paths\":[{\"type\":\"polygon\",\"maxPoints\":40,\"minAngle\":5,\"controlPoints\":{\"x\":[0,1,1],\"y\":[0,0,1]}},"
+        "{\"type\":\"loop\",\"maxPoints\":30,\"minAngle\":5,\"controlPoints\":{\"x\":[0,1,1],\"y\":[0,0,1]}}]}');"
+        "getSampler('s').select();");
+    const MetaSampler* sampler = doc->world().samplers().front().get();
+    ASSERT_EQ(sampler->paths.size(), 2u);
+    QLineEdit* maxPoints = editor<QLineEdit>("sampler/Path max points");
+    ASSERT_NE(maxPoints, nullptr);
+    EXPECT_EQ(maxPoints->text(), "40") << "the first path shows its value";
+    const int steps = doc->undoStack().index();
+    type(maxPoints, "12");
+    EXPECT_EQ(sampler->paths[0].maxPoints, 12);
+    EXPECT_EQ(sampler->paths[1].maxPoints, 12);
+    EXPECT_EQ(doc->undoStack().index(), steps + 1);
+    doc->undoStack().undo();
+    EXPECT_EQ(sampler->paths[0].maxPoints, 40);
+    EXPECT_EQ(sampler->paths[1].maxPoints, 30);
+}
