@@ -65,11 +65,38 @@ AddCustomPropertyCommand::AddCustomPropertyCommand(EditHost* document, const QSt
 {
 }
 
+namespace
+{
+QString insertEntryText(const QString& itemClass, const QString& name, const QString& entry, int index)
+{
+    return QStringLiteral("insertCustomPropertyComboboxEntry(%1,%2,%3,%4);")
+        .arg(quoted(itemClass), quoted(name), quoted(entry), scriptInt(index));
+}
+
+QString removeEntryText(const QString& itemClass, const QString& name, int index)
+{
+    return QStringLiteral("removeCustomPropertyComboboxEntry(%1,%2,%3);")
+        .arg(quoted(itemClass), quoted(name), scriptInt(index));
+}
+} // namespace
+
 RemoveCustomPropertyCommand::RemoveCustomPropertyCommand(EditHost* document, const QString& itemClass,
                                                          const QString& name, const QString& displayName,
                                                          const QString& type)
     : ScriptCommand(document, call("removeCustomProperty", {itemClass, name}),
                     call("addCustomProperty", {itemClass, name, displayName, type}))
+{
+}
+
+InsertComboboxEntryCommand::InsertComboboxEntryCommand(EditHost* document, const QString& itemClass,
+                                                       const QString& name, const QString& entry, int index)
+    : ScriptCommand(document, insertEntryText(itemClass, name, entry, index), removeEntryText(itemClass, name, index))
+{
+}
+
+RemoveComboboxEntryCommand::RemoveComboboxEntryCommand(EditHost* document, const QString& itemClass,
+                                                       const QString& name, const QString& entry, int index)
+    : ScriptCommand(document, removeEntryText(itemClass, name, index), insertEntryText(itemClass, name, entry, index))
 {
 }
 

@@ -18,13 +18,34 @@ public:
                              const QString& displayName, const QString& type);
 };
 
-/// "removeCustomProperty('%1','%2');", undone by addCustomProperty.
+/// "removeCustomProperty('%1','%2');", undone by addCustomProperty (the
+/// world brings back the removed definition's combo box entries with it).
 class RemoveCustomPropertyCommand : public ScriptCommand
 {
 public:
     /// Removal of a definition that had this display name and type.
     RemoveCustomPropertyCommand(EditHost* document, const QString& itemClass, const QString& name,
                                 const QString& displayName, const QString& type);
+};
+
+/// "insertCustomPropertyComboboxEntry('%1','%2','%3',%4);", undone by
+/// "removeCustomPropertyComboboxEntry('%1','%2',%4);".
+class InsertComboboxEntryCommand : public ScriptCommand
+{
+public:
+    /// `entry` inserted at `index` of the entries of a definition.
+    InsertComboboxEntryCommand(EditHost* document, const QString& itemClass, const QString& name,
+                               const QString& entry, int index);
+};
+
+/// "removeCustomPropertyComboboxEntry('%1','%2',%3);", undone by inserting
+/// the entry at its place again.
+class RemoveComboboxEntryCommand : public ScriptCommand
+{
+public:
+    /// The entry `entry` removed from `index` of a definition's entries.
+    RemoveComboboxEntryCommand(EditHost* document, const QString& itemClass, const QString& name,
+                               const QString& entry, int index);
 };
 
 /// "setCustomPropertyNames('%1','%2','%3','%4');" (class, current name, new name, new display name).

@@ -34,6 +34,8 @@ void registerWorldFunctions(ScriptRegistrar& reg)
                asFUNCTION(insertCustomPropertyComboboxEntry), cc);
     reg.global("bool insertCustomPropertyComboboxEntry(const string &in, const string &in, const string &in)",
                asFUNCTION(appendCustomPropertyComboboxEntry), cc);
+    reg.global("bool removeCustomPropertyComboboxEntry(const string &in, const string &in, int)",
+               asFUNCTION(removeCustomPropertyComboboxEntry), cc);
     reg.global("void setCollisionBitplaneName(int, const string &in)", asFUNCTION(setCollisionBitplaneName), cc);
     reg.global("string getCollisionBitplaneName(int)", asFUNCTION(getCollisionBitplaneName), cc);
 }

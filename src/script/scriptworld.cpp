@@ -235,7 +235,26 @@ bool insertCustomPropertyComboboxEntry(const std::string& itemClass, const std::
         return false;
     QStringList& entries = it->comboboxEntries;
     const int at = index < 0 || index > entries.size() ? int(entries.size()) : index;
-    entries.insert(at, QString::fromStdString(entry));
+    const QString text = QString::fromStdString(entry);
+    entries.insert(at, text);
+    ScriptApi::record<InsertComboboxEntryCommand>(it->itemClass, it->name, text, at);
+    return true;
+}
+
+bool removeCustomPropertyComboboxEntry(const std::string& itemClass, const std::string& name, int index)
+{
+    MetaWorld* world = ScriptApi::world();
+    if (!world)
+        return false;
+    auto it = findDef(*world, QString::fromStdString(itemClass), QString::fromStdString(name));
+    if (it == world->customPropertyDefs.end() || index < 0 || index >= it->comboboxEntries.size()) {
+        plaxLog(LOG_WARNING, QStringLiteral("No combo box entry %1 of custom property '%2' of %3 to remove")
+                                 .arg(index)
+                                 .arg(QString::fromStdString(name), QString::fromStdString(itemClass)));
+        return false;
+    }
+    const QString entry = it->comboboxEntries.takeAt(index);
+    ScriptApi::record<RemoveComboboxEntryCommand>(it->itemClass, it->name, entry, index);
     return true;
 }
 

@@ -40,6 +40,9 @@ bool insertCustomPropertyComboboxEntry(const std::string& itemClass, const std::
                                        const std::string& entry, int index);
 bool appendCustomPropertyComboboxEntry(const std::string& itemClass, const std::string& name,
                                        const std::string& entry);
+/// Removes the entry at `index` of a definition's combo box entries; false
+/// (with a warning) when there is no such definition or entry.
+bool removeCustomPropertyComboboxEntry(const std::string& itemClass, const std::string& name, int index);
 
 ScriptVec2 getCursor();
 void setCursor(float x, float y);

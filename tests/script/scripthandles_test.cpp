@@ -157,6 +157,36 @@ TEST_F(ScriptHandles, WorldSettingsBitplanesAndCustomProperties)
               QStringList({"walls", "2.5", "7", "float", "255, 0, 51, 255", "true", "true"}));
 }
 
+TEST_F(ScriptHandles, ComboboxEntriesAreInsertedAndRemovedAndUndoneOneRunAtATime)
+{
+    run("addCustomProperty('body', 'size', 'Size', 'string');");
+    const auto entries = [this] {
+        for (const CustomPropertyDef& d : m_document.world().customPropertyDefs)
+            if (d.name == "size")
+                return d.comboboxEntries;
+        return QStringList({"<no definition>"});
+    };
+    run("insertCustomPropertyComboboxEntry('body', 'size', 'large');"
+        "insertCustomPropertyComboboxEntry('body', 'size', 'small', 0);");
+    EXPECT_EQ(entries(), QStringList({"small", "large"}));
+    run("removeCustomPropertyComboboxEntry('body', 'size', 1);");
+    EXPECT_EQ(entries(), QStringList({"small"}));
+    EXPECT_EQ(run("print(removeCustomPropertyComboboxEntry('body', 'size', 5));"), QStringList({"false"}));
+    run("removeCustomProperty('body', 'size');");
+    EXPECT_EQ(entries(), QStringList({"<no definition>"}));
+
+    QUndoStack& undo = m_document.undoStack();
+    undo.undo(); // the run that only printed
+    undo.undo();
+    EXPECT_EQ(entries(), QStringList({"small"})) << "the definition comes back with its entries";
+    undo.undo();
+    EXPECT_EQ(entries(), QStringList({"small", "large"}));
+    undo.undo();
+    EXPECT_TRUE(entries().isEmpty());
+    undo.redo();
+    EXPECT_EQ(entries(), QStringList({"small", "large"}));
+}
+
 TEST_F(ScriptHandles, PrintNamesHandlesAndArrays)
 {
     const ItemId crate = body("crate").id();
