@@ -56,6 +56,28 @@ double median(std::vector<double> values)
     return values[values.size() / 2];
 }
 
+// A player view of the scene: drawing a frame, which places every body from
+// its Box2D body again. (Stepping is timed by plax-bench's player cases on a
+// scene made for it: the bodies generated here overlap, so one Box2D step of
+// them takes minutes.)
+void benchPlayer(EditorDocument& document, const ViewCamera& start)
+{
+    PlayerView player(document, std::make_shared<TextureCache>());
+    player.resize(1280, 800);
+    player.show();
+    if (!QTest::qWaitForWindowExposed(&player))
+        return;
+    player.setView(start.center, start.height);
+    playerFrameMilliseconds(player);
+    std::vector<double> frames;
+    for (int i = 0; i < 20; ++i) {
+        player.setView({start.center.x + float(i) * 0.5f, start.center.y}, start.height);
+        frames.push_back(playerFrameMilliseconds(player));
+    }
+    std::printf("  player: frame %.2f ms (%.1f fps) with every body placed from Box2D\n", median(frames),
+                1000 / median(frames));
+}
+
 void benchScene(int bodies, const QTemporaryDir& dir)
 {
     const QString path = dir.filePath(QStringLiteral("large-%1.plax").arg(bodies));
@@ -122,26 +144,8 @@ void benchScene(int bodies, const QTemporaryDir& dir)
     std::printf("  full rebuild   %7.2f ms (geometry build %.2f ms, then upload and frame)\n", median(rebuild),
                 median(build));
 
-    // A player view of the 10,000-body scene: drawing a frame, which places
-    // every body from its Box2D body again. (Stepping is timed by
-    // plax-bench's player cases on a scene made for it: the bodies generated
-    // here overlap, so one Box2D step of them takes minutes.)
-    if (bodies <= 10000) {
-        PlayerView player(document, std::make_shared<TextureCache>());
-        player.resize(1280, 800);
-        player.show();
-        if (QTest::qWaitForWindowExposed(&player)) {
-            player.setView(start.center, start.height);
-            playerFrameMilliseconds(player);
-            std::vector<double> frames;
-            for (int i = 0; i < 20; ++i) {
-                player.setView({start.center.x + float(i) * 0.5f, start.center.y}, start.height);
-                frames.push_back(playerFrameMilliseconds(player));
-            }
-            std::printf("  player: frame %.2f ms (%.1f fps) with every body placed from Box2D\n", median(frames),
-                        1000 / median(frames));
-        }
-    }
+    if (bodies <= 10000)
+        benchPlayer(document, start);
 
     // Hit testing: the picker is built once per scene change, then answers
     // clicks from its grid.
@@ -190,6 +194,21 @@ int main(int argc, char* argv[])
         return 0;
     }
     QTemporaryDir dir;
+    // "--player" times only the player view's frames of the 10,000-body scene.
+    if (args.size() == 2 && args[1] == QLatin1String("--player")) {
+        EditorDocument document;
+        const QString path = dir.filePath(QStringLiteral("large-10000.plax"));
+        if (!saveSceneFile(*makeLargeScene(false, 10000), path) || !document.load(path))
+            return 1;
+        EditorView view(document, std::make_shared<TextureCache>());
+        view.resize(1280, 800);
+        view.show();
+        if (!QTest::qWaitForWindowExposed(&view))
+            return 1;
+        view.zoomToFit();
+        benchPlayer(document, view.camera());
+        return 0;
+    }
     for (int bodies : {10000, 40000})
         benchScene(bodies, dir);
     return 0;

@@ -44,8 +44,6 @@ constexpr double kHitPixels = 4;
 constexpr double kWheelZoom = 1.15;
 // A right click that moves less than this opens the context menu.
 constexpr double kClickPixels = 4;
-// Fixtures drawn smaller than this many pixels use the coarse drawing.
-constexpr double kCoarseBelowPixels = 24;
 
 bool isSceneFile(const QString& path)
 {
@@ -141,7 +139,7 @@ int EditorView::wantedCircleSegments() const
     // Zoomed out so far that a typical fixture covers only a few pixels, the
     // coarse drawing looks the same and draws far fewer triangles.
     const double pixels = double(m_typicalFixtureSize) / std::max(m_camera.worldPerPixel(), 1e-12);
-    return m_typicalFixtureSize > 0 && pixels < kCoarseBelowPixels ? ShapeTessellator::kCoarseCircleSegments
+    return m_typicalFixtureSize > 0 && pixels < SceneGeometry::kCoarseBelowPixels ? ShapeTessellator::kCoarseCircleSegments
                                                                    : ShapeTessellator::kCircleSegments;
 }
 

@@ -6,6 +6,7 @@
 #include "physics/worldbuild.h"
 #include "player/playerworld.h"
 #include "views/shapegeometry.h"
+#include "views/viewcamera.h"
 #include "views/viewcolors.h"
 
 #include <algorithm>
@@ -26,8 +27,10 @@ bool finite(Vec2 p)
 
 void PlayerGeometry::clear()
 {
-    m_local = SceneGeometry{};
-    m_ranges.clear();
+    m_full = Detail{};
+    m_coarse = Detail{};
+    m_reach.clear();
+    m_typicalSize = 0;
     m_images.clear();
 }
 
@@ -37,7 +40,35 @@ void PlayerGeometry::build(const PlayerWorld& world, const ViewColors& colors, c
     std::vector<const MetaBody*> bodies;
     for (const BuiltBody& built : world.build().bodies())
         bodies.push_back(built.source);
-    SceneGeometry::buildBodiesLocal(m_local, bodies, colors, ShapeTessellator::kCircleSegments, &m_ranges);
+    SceneGeometry::buildBodiesLocal(m_full.local, bodies, colors, ShapeTessellator::kCircleSegments, &m_full.ranges);
+    SceneGeometry::buildBodiesLocal(m_coarse.local, bodies, colors, ShapeTessellator::kCoarseCircleSegments,
+                                    &m_coarse.ranges);
+    // How far each body's drawing reaches from its origin, for culling.
+    m_reach.assign(m_full.ranges.size(), 0.f);
+    for (size_t i = 0; i < m_full.ranges.size(); ++i) {
+        const BodyVertexRange& range = m_full.ranges[i];
+        float reach = 0;
+        const auto widen = [&reach](const GeomVertex& v) {
+            // Markers and rounded outlines add pixels; those are allowed for when culling.
+            const float d = std::hypot(v.x, v.y);
+            if (std::isfinite(d))
+                reach = std::max(reach, d);
+        };
+        for (size_t k = 0; k < range.triangleCount; ++k)
+            widen(m_full.local.triangles[range.firstTriangle + k]);
+        for (size_t k = 0; k < range.lineCount; ++k)
+            widen(m_full.local.lines[range.firstLine + k]);
+        m_reach[i] = reach;
+    }
+    std::vector<float> sizes;
+    const size_t step = std::max<size_t>(1, m_reach.size() / 1000);
+    for (size_t i = 0; i < m_reach.size(); i += step)
+        if (m_reach[i] > 0)
+            sizes.push_back(2 * m_reach[i]);
+    if (!sizes.empty()) {
+        std::nth_element(sizes.begin(), sizes.begin() + long(sizes.size() / 2), sizes.end());
+        m_typicalSize = sizes[sizes.size() / 2];
+    }
     for (const BuiltImage& built : world.build().images()) {
         const MetaImage& image = built.placed ? *built.placed : *built.source;
         const ImageQuad quad = computeImageQuad(image);
@@ -58,7 +89,7 @@ void PlayerGeometry::build(const PlayerWorld& world, const ViewColors& colors, c
 }
 
 void PlayerGeometry::place(const PlayerWorld& world, const PlayerDisplayToggles& toggles, const ViewColors& colors,
-                           SceneGeometry& frame) const
+                           SceneGeometry& frame, const ViewCamera* camera) const
 {
     frame.triangles.clear();
     frame.lines.clear();
@@ -73,7 +104,7 @@ void PlayerGeometry::place(const PlayerWorld& world, const PlayerDisplayToggles&
         frame.lo = {std::min(frame.lo.x, p.x), std::min(frame.lo.y, p.y)};
         frame.hi = {std::max(frame.hi.x, p.x), std::max(frame.hi.y, p.y)};
     };
-    const size_t bodies = std::min(m_ranges.size(), world.bodyCount());
+    const size_t bodies = std::min(m_full.ranges.size(), world.bodyCount());
 
     // Images under everything: backing images unless hidden, body images unless hidden.
     for (const ImageEntry& entry : m_images) {
@@ -93,27 +124,59 @@ void PlayerGeometry::place(const PlayerWorld& world, const PlayerDisplayToggles&
     }
 
     if (toggles.showFixtures) {
+        // Far out, the coarse drawing looks the same and draws far fewer triangles.
+        const double worldPerPixel = camera ? std::max(camera->worldPerPixel(), 1e-12) : 0;
+        const bool coarse = camera && m_typicalSize > 0 && m_typicalSize / worldPerPixel < SceneGeometry::kCoarseBelowPixels;
+        const Detail& detail = coarse ? m_coarse : m_full;
+        // The view's box with a margin for what is drawn in pixels.
+        Vec2 viewLo{-INFINITY, -INFINITY}, viewHi{INFINITY, INFINITY};
+        if (camera) {
+            const float halfHeight = camera->height / 2 + float(8 * worldPerPixel);
+            const float halfWidth = float(camera->pixelSize.width() * worldPerPixel / 2 + 8 * worldPerPixel);
+            viewLo = {camera->center.x - halfWidth, camera->center.y - halfHeight};
+            viewHi = {camera->center.x + halfWidth, camera->center.y + halfHeight};
+        }
+        // Count first, then write in place: no growing vectors in the frame loop.
+        std::vector<unsigned char> inSight(bodies, 0);
+        size_t triangleCount = 0, lineCount = 0;
         for (size_t i = 0; i < bodies; ++i) {
             const b2Body* body = world.body(i);
-            const BodyVertexRange& range = m_ranges[i];
+            if (!body)
+                continue;
+            const b2Vec2 p = body->GetPosition();
+            const float r = m_reach[i];
+            if (!(p.x + r >= viewLo.x && p.x - r <= viewHi.x && p.y + r >= viewLo.y && p.y - r <= viewHi.y))
+                continue;
+            inSight[i] = 1;
+            triangleCount += detail.ranges[i].triangleCount;
+            lineCount += detail.ranges[i].lineCount;
+        }
+        frame.triangles.resize(triangleCount);
+        frame.lines.resize(lineCount);
+        GeomVertex* triangle = frame.triangles.data();
+        GeomVertex* line = frame.lines.data();
+        const auto copyPlaced = [](const b2Transform& t, const GeomVertex* from, size_t count, GeomVertex* to) {
+            for (size_t k = 0; k < count; ++k) {
+                GeomVertex v = from[k];
+                const float x = v.x, y = v.y;
+                v.x = t.p.x + t.q.c * x - t.q.s * y;
+                v.y = t.p.y + t.q.s * x + t.q.c * y;
+                to[k] = v;
+            }
+        };
+        for (size_t i = 0; i < bodies; ++i) {
+            const b2Body* body = world.body(i);
             if (!body)
                 continue;
             const b2Transform& t = body->GetTransform();
-            for (size_t k = 0; k < range.triangleCount; ++k) {
-                GeomVertex v = m_local.triangles[range.firstTriangle + k];
-                const Vec2 p = placed(t, {v.x, v.y});
-                v.x = p.x;
-                v.y = p.y;
-                frame.triangles.push_back(v);
-            }
-            for (size_t k = 0; k < range.lineCount; ++k) {
-                GeomVertex v = m_local.lines[range.firstLine + k];
-                const Vec2 p = placed(t, {v.x, v.y});
-                v.x = p.x;
-                v.y = p.y;
-                frame.lines.push_back(v);
-            }
             grow({t.p.x, t.p.y});
+            if (!inSight[i])
+                continue;
+            const BodyVertexRange& range = detail.ranges[i];
+            copyPlaced(t, detail.local.triangles.data() + range.firstTriangle, range.triangleCount, triangle);
+            copyPlaced(t, detail.local.lines.data() + range.firstLine, range.lineCount, line);
+            triangle += range.triangleCount;
+            line += range.lineCount;
         }
     }
     ShapeTessellator shapes(frame);

@@ -6,12 +6,15 @@
 #include <vector>
 
 class PlayerWorld;
+struct ViewCamera;
 struct ViewColors;
 
 /// The drawing of a running simulation. The fixtures of every body are
-/// tessellated once per load in the body's own coordinates; each frame only
-/// places them where Box2D has the bodies now, and adds the joints, the body
-/// origins and the images, as the display toggles allow.
+/// tessellated once per load in the body's own coordinates, in full and in
+/// the coarse detail the editor uses for far views; each frame only places
+/// the bodies in sight where Box2D has them now, in the detail the zoom
+/// wants, and adds the joints, the body origins and the images, as the
+/// display toggles allow.
 class PlayerGeometry
 {
 public:
@@ -19,9 +22,10 @@ public:
     void build(const PlayerWorld& world, const ViewColors& colors, const QString& sceneFilePath);
     /// Forgets the world (it was reloaded or closed).
     void clear();
-    /// Fills `frame` with the world as it is now.
+    /// Fills `frame` with the world as it is now, as far as `camera` sees
+    /// it (every body when `camera` is null).
     void place(const PlayerWorld& world, const PlayerDisplayToggles& toggles, const ViewColors& colors,
-               SceneGeometry& frame) const;
+               SceneGeometry& frame, const ViewCamera* camera = nullptr) const;
 
 private:
     struct ImageEntry
@@ -31,7 +35,18 @@ private:
         float renderOrder = 0;
     };
 
-    SceneGeometry m_local;
-    std::vector<BodyVertexRange> m_ranges;
+    // One level of detail: the bodies' drawings and where each body's are.
+    struct Detail
+    {
+        SceneGeometry local;
+        std::vector<BodyVertexRange> ranges;
+    };
+
+    Detail m_full;
+    Detail m_coarse;
+    /// Per body, the distance of its farthest drawn point from its origin.
+    std::vector<float> m_reach;
+    /// Median size of the bodies' drawings, for choosing the detail.
+    float m_typicalSize = 0;
     std::vector<ImageEntry> m_images;
 };

@@ -157,7 +157,7 @@ void PlayerView::paintGL()
         if (world && !m_geometryBuilt)
             worldLoaded();
         if (world)
-            m_geometry.place(*world, m_simulation->toggles(), m_colors, m_frame);
+            m_geometry.place(*world, m_simulation->toggles(), m_colors, m_frame, &m_camera);
         else
             m_frame = SceneGeometry{};
         if (mutex)

@@ -92,6 +92,8 @@ struct SceneGeometry
     int circleSegments = 32;
     /// Median size of the scene's fixtures (world units), for choosing the level of detail.
     float typicalFixtureSize = 0;
+    /// Fixtures drawn smaller than this many pixels use the coarse drawing.
+    static constexpr double kCoarseBelowPixels = 24;
 
     /// The fixtures of every body drawn in the body's own coordinates (no
     /// markers, labels, joints or images), one range per body in the scene's
