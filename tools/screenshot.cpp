@@ -3,7 +3,7 @@
 // a screen (run it under xvfb-run; see tools/README.md).
 //
 //   plax-screenshot OUT.png [--size WxH] [--script FILE.rs] [--key KEYS]
-//                   [--wait MS] SCENE...
+//                   [--action OBJECTNAME] [--wait MS] SCENE...
 #include "app/mainwindow.h"
 #include "app/editorworkspace.h"
 #include "document/editordocument.h"
@@ -11,6 +11,7 @@
 #include "support/tempsettings.h"
 #include "views/editorview.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QFile>
 #include <QKeySequence>
@@ -48,6 +49,8 @@ int main(int argc, char** argv)
             script = args.takeFirst();
         } else if (a == QLatin1String("--key") && !args.isEmpty()) {
             keys.append(args.takeFirst());
+        } else if (a == QLatin1String("--action") && !args.isEmpty()) {
+            keys.append(QStringLiteral("action:") + args.takeFirst());
         } else if (a == QLatin1String("--wait") && !args.isEmpty()) {
             waitMs = args.takeFirst().toInt();
         } else {
@@ -69,6 +72,14 @@ int main(int argc, char** argv)
     }
     QTest::qWait(200);
     for (const QString& key : keys) {
+        if (key.startsWith(QLatin1String("action:"))) {
+            if (QAction* action = window.action(key.mid(7)))
+                action->trigger();
+            else
+                std::fprintf(stderr, "no action %s\n", qPrintable(key.mid(7)));
+            QTest::qWait(100);
+            continue;
+        }
         QWidget* target = window.mdiArea()->activeSubWindow() ? window.mdiArea()->activeSubWindow()->widget() : &window;
         target->setFocus();
         const QKeySequence sequence(key);

@@ -9,6 +9,7 @@
 #include "io/scenewriter.h"
 #include "model/metaworld.h"
 #include "views/editorview.h"
+#include "views/playerview.h"
 #include "views/scenepicker.h"
 #include "views/texturecache.h"
 
@@ -29,6 +30,17 @@ namespace
 // Renders one frame now into the view's frame buffer and reads it back
 // (reading back 1280 x 800 pixels is part of the figure: about 2 ms).
 double frameMilliseconds(EditorView& view)
+{
+    QElapsedTimer timer;
+    timer.start();
+    const QImage frame = view.grabFramebuffer();
+    if (frame.isNull())
+        std::printf("no frame\n");
+    return double(timer.nsecsElapsed()) / 1e6;
+}
+
+// The same for a player view (which places every body again each frame).
+double playerFrameMilliseconds(PlayerView& view)
 {
     QElapsedTimer timer;
     timer.start();
@@ -109,6 +121,27 @@ void benchScene(int bodies, const QTemporaryDir& dir)
                 zoomedVertices);
     std::printf("  full rebuild   %7.2f ms (geometry build %.2f ms, then upload and frame)\n", median(rebuild),
                 median(build));
+
+    // A player view of the same scene: stepping and drawing.
+    {
+        PlayerView player(document, std::make_shared<TextureCache>());
+        player.resize(1280, 800);
+        player.show();
+        if (QTest::qWaitForWindowExposed(&player)) {
+            player.setView(start.center, start.height);
+            playerFrameMilliseconds(player);
+            std::vector<double> frames, steps;
+            for (int i = 0; i < 20; ++i) {
+                QElapsedTimer stepTimer;
+                stepTimer.start();
+                player.simulation().stepOnce();
+                steps.push_back(double(stepTimer.nsecsElapsed()) / 1e6);
+                frames.push_back(playerFrameMilliseconds(player));
+            }
+            std::printf("  player: frame %.2f ms (%.1f fps), one step %.2f ms\n", median(frames), 1000 / median(frames),
+                        median(steps));
+        }
+    }
 
     // Hit testing: the picker is built once per scene change, then answers
     // clicks from its grid.

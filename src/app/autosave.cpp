@@ -23,13 +23,19 @@ QString noteFor(const QString& backupPath)
 
 AutoSaver::AutoSaver(EditorWorkspace* workspace) : QObject(workspace), m_workspace(workspace)
 {
-    const int minutes = intervalMinutes();
-    if (minutes > 0) {
-        connect(&m_timer, &QTimer::timeout, this, [this] { saveNow(); });
-        m_timer.start(minutes * 60 * 1000);
-    }
+    connect(&m_timer, &QTimer::timeout, this, [this] { saveNow(); });
+    settingsChanged();
     connect(workspace, &EditorWorkspace::documentClosing, this, [](EditorDocument* document) { discard(*document); });
     connect(workspace, &EditorWorkspace::documentSaved, this, [](EditorDocument* document) { discard(*document); });
+}
+
+void AutoSaver::settingsChanged()
+{
+    const int minutes = intervalMinutes();
+    if (minutes > 0)
+        m_timer.start(minutes * 60 * 1000);
+    else
+        m_timer.stop();
 }
 
 int AutoSaver::intervalMinutes()

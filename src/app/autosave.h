@@ -30,6 +30,8 @@ public:
 
     /// Autosaves the documents of `workspace` on a timer.
     explicit AutoSaver(EditorWorkspace* workspace);
+    /// Takes a changed interval from the settings.
+    void settingsChanged();
 
     /// Writes a copy of every modified document now; returns how many were written.
     int saveNow();

@@ -5,8 +5,6 @@
 #include "editing/scriptcommand.h"
 #include "editing/selection.h"
 #include "model/metaworld.h"
-#include "objects/instanceattach.h"
-#include "objects/objectmanager.h"
 #include "script/clipboardedits.h"
 #include "script/creationedits.h"
 #include "script/scriptapisupport.h"
@@ -506,7 +504,6 @@ void EditActions::addObject()
     MetaObject* object = CreationEdits::addObject(doc, file, at);
     if (!object)
         return;
-    attachInstance(*object, doc, ObjectManager::instance());
     v->sceneChanged();
     v->setEditMode(EditMode::Objects);
     update();

@@ -2,12 +2,14 @@
 
 #include "app/recentfiles.h"
 #include "base/log.h"
+#include "base/settings.h"
 #include "document/editordocument.h"
 #include "document/imagedata.h"
 #include "model/metaworld.h"
 #include "objects/instanceattach.h"
 #include "objects/objectmanager.h"
 #include "views/editorview.h"
+#include "views/playerview.h"
 #include "views/texturecache.h"
 
 #include <QAction>
@@ -208,6 +210,7 @@ EditorView* EditorWorkspace::openEditorView(EditorDocument* document, EditorView
     window->setWindowTitle(displayName(*document));
     view->setCloseGuard([this](DocumentView* v) { return confirmClose(v); });
     connect(view, &DocumentView::documentViewClosing, this, &EditorWorkspace::documentViewClosing);
+    connect(view, &EditorView::openPlayerView, this, &EditorWorkspace::openPlayerView);
     it->second.views.append(view);
     if (maximized || m_area->subWindowList().size() == 1)
         window->showMaximized();
@@ -219,6 +222,47 @@ EditorView* EditorWorkspace::openEditorView(EditorDocument* document, EditorView
     plaxLog(LOG_INFO, tr("Opened editor view of '%1'").arg(name));
     updateWindowTitles();
     emit editorViewOpened(view);
+    return view;
+}
+
+PlayerView* EditorWorkspace::openPlayerView(EditorView* from)
+{
+    if (!from)
+        return nullptr;
+    EditorDocument* document = &from->document();
+    auto it = m_documentToViewMap.find(document);
+    if (it == m_documentToViewMap.end())
+        return nullptr;
+    if (openAppSettings()->value(QStringLiteral("workspace/reuseexistingplayerviews"), false).toBool()) {
+        for (DocumentView* open : it->second.views) {
+            if (auto* player = qobject_cast<PlayerView*>(open)) {
+                if (auto* window = qobject_cast<QMdiSubWindow*>(player->parentWidget()))
+                    m_area->setActiveSubWindow(window);
+                player->reload();
+                return player;
+            }
+        }
+    }
+    auto* view = new PlayerView(*document, it->second.textures);
+    view->setView(from->camera().center, from->camera().height);
+    const bool maximized = m_area->activeSubWindow() && m_area->activeSubWindow()->isMaximized();
+    QMdiSubWindow* window = m_area->addSubWindow(view);
+    window->setWindowIcon(QIcon(QStringLiteral(":/icons/window16greenoff.png")));
+    window->setWindowTitle(displayName(*document));
+    view->setCloseGuard([this](DocumentView* v) { return confirmClose(v); });
+    connect(view, &DocumentView::documentViewClosing, this, &EditorWorkspace::documentViewClosing);
+    it->second.views.append(view);
+    if (maximized)
+        window->showMaximized();
+    else
+        window->show();
+    m_area->setActiveSubWindow(window);
+    view->setFocus();
+    const QString name = document->filePath().isEmpty() ? displayName(*document) : document->filePath();
+    plaxLog(LOG_INFO, "%d views now open for file '%s'", int(it->second.views.size()), qPrintable(name));
+    plaxLog(LOG_INFO, tr("Opened player view of '%1'").arg(name));
+    updateWindowTitles();
+    emit playerViewOpened(view);
     return view;
 }
 

@@ -10,6 +10,7 @@
 class DocumentView;
 class EditorDocument;
 class EditorView;
+class PlayerView;
 class QMdiArea;
 class QMdiSubWindow;
 class QUndoGroup;
@@ -56,6 +57,10 @@ public:
     EditorView* newScene();
     /// Opens an editor view of an open document, copying the camera of `viewToCopy` when given.
     EditorView* openEditorView(EditorDocument* document, EditorView* viewToCopy = nullptr);
+    /// Opens a player view of the document of an editor view, showing what
+    /// the editor view shows. With the setting "workspace/reuseexistingplayerviews"
+    /// an open player view of the document is reloaded and shown instead.
+    PlayerView* openPlayerView(EditorView* from);
     /// Saves a document to `path` (its own file when empty); shows failures. True on success.
     bool saveDocument(EditorDocument* document, const QString& path = QString());
     /// Reloads the active document from its file, after confirming when `confirm` is set.
@@ -95,6 +100,8 @@ signals:
     void documentClosing(EditorDocument* document);
     /// An editor view was opened (the main window connects its requests).
     void editorViewOpened(EditorView* view);
+    /// A player view was opened.
+    void playerViewOpened(PlayerView* view);
 
 private:
     struct OpenDocument

@@ -2,17 +2,21 @@
 
 #include "app/autosave.h"
 #include "app/editactions.h"
+#include "app/playeractions.h"
 #include "app/editorworkspace.h"
 #include "app/recentfiles.h"
+#include "app/scripttooling.h"
 #include "base/log.h"
 #include "base/notify.h"
 #include "base/settings.h"
 #include "base/version.h"
 #include "document/editordocument.h"
+#include "panels/customactionmenus.h"
 #include "panels/itemstree.h"
 #include "panels/propertiespanel.h"
 #include "script/scriptoutput.h"
 #include "views/editorview.h"
+#include "views/playerview.h"
 
 #include <QAction>
 #include <QActionGroup>
@@ -67,6 +71,10 @@ MainWindow::MainWindow(QWidget* parent)
     m_workspace = new EditorWorkspace(m_mdiArea, this);
     m_autoSaver = new AutoSaver(m_workspace);
     m_editActions = new EditActions(this, m_workspace);
+    m_playerActions = new PlayerActions(this, m_workspace);
+    connect(m_playerActions, &PlayerActions::statusMessage, this,
+            [this](const QString& text, int timeoutMs) { statusBar()->showMessage(text, timeoutMs); });
+    connect(m_workspace, &EditorWorkspace::playerViewOpened, m_playerActions, &PlayerActions::watch);
     connect(m_editActions, &EditActions::statusMessage, this,
             [this](const QString& text, int timeoutMs) { statusBar()->showMessage(text, timeoutMs); });
     connect(m_workspace, &EditorWorkspace::editorViewOpened, this, &MainWindow::connectEditorView);
@@ -74,6 +82,14 @@ MainWindow::MainWindow(QWidget* parent)
     createPanels();
     createMenus();
     installNotifier();
+    m_scriptTooling = new ScriptTooling(this);
+    connect(m_scriptTooling, &ScriptTooling::preferencesChanged, this, [this] {
+        m_autoSaver->settingsChanged();
+        for (QMdiSubWindow* window : m_mdiArea->subWindowList()) {
+            if (auto* view = qobject_cast<EditorView*>(window->widget()))
+                view->reloadSettings();
+        }
+    });
 
     connect(m_workspace, &EditorWorkspace::activeDocumentChanged, this, &MainWindow::activeDocumentChanged);
     connect(m_workspace, &EditorWorkspace::recentFilesChanged, this, &MainWindow::updateRecentFilesMenu);
@@ -81,7 +97,11 @@ MainWindow::MainWindow(QWidget* parent)
         if (document == m_workspace->activeDocument())
             activeDocumentChanged(document);
     });
-    connect(m_mdiArea, &QMdiArea::subWindowActivated, this, [this] { updateDockTitles(); });
+    connect(m_mdiArea, &QMdiArea::subWindowActivated, this, [this] {
+        updateDockTitles();
+        m_editActions->update();
+        m_playerActions->update();
+    });
     updateRecentFilesMenu(RecentFiles::load());
     activeDocumentChanged(nullptr);
 
@@ -238,10 +258,20 @@ void MainWindow::createMenus()
     m_modeToolBar = addToolBar(tr("Edit modes"));
     m_modeToolBar->setObjectName(QStringLiteral("EditModesToolBar"));
     m_editActions->populate(edit, tools, m_modeToolBar);
+    tools->addSeparator();
+    QMenu* player = tools->addMenu(tr("&Player"));
+    player->setObjectName(QStringLiteral("PlayerMenu"));
+    QToolBar* playerBar = addToolBar(tr("Player"));
+    playerBar->setObjectName(QStringLiteral("PlayerToolBar"));
+    m_playerActions->populate(player, playerBar);
     QAction* modesToggle = m_modeToolBar->toggleViewAction();
     modesToggle->setObjectName(QStringLiteral("EditModesToolBarToggle"));
     modesToggle->setShortcut(QKeySequence(Qt::Key_F10));
     m_viewMenu->addAction(modesToggle);
+    QAction* playerToggle = playerBar->toggleViewAction();
+    playerToggle->setObjectName(QStringLiteral("PlayerToolBarToggle"));
+    playerToggle->setShortcut(QKeySequence(Qt::Key_F11));
+    m_viewMenu->addAction(playerToggle);
 
     QMenu* window = menuBar()->addMenu(tr("&Window"));
     make(window, "actionTile", tr("&Tile"), QKeySequence(), [this] { m_mdiArea->tileSubWindows(); });
@@ -288,6 +318,7 @@ void MainWindow::activeDocumentChanged(EditorDocument* document)
             connect(&document->undoStack(), &QUndoStack::indexChanged, m_editActions, &EditActions::update);
     }
     m_editActions->update();
+    m_playerActions->update();
 }
 
 void MainWindow::connectEditorView(EditorView* view)
@@ -315,6 +346,11 @@ void MainWindow::showContextMenu(EditorView* view, const QPoint& globalPos, Vec2
     menu.setObjectName(QStringLiteral("EditorContextMenu"));
     menu.setAccessibleName(tr("Editor view menu"));
     m_editActions->fillContextMenu(&menu, world);
+    // The custom action menus follow the editor's own entries.
+    menu.addSeparator();
+    plaxLog(LOG_DEBUG, "buildCustomMenu coming from EditorView::mouseUp");
+    if (CustomActionMenus* custom = m_scriptTooling->customMenus())
+        custom->buildCustomMenu(&menu);
     menu.exec(globalPos);
 }
 
@@ -465,10 +501,25 @@ void MainWindow::restoreSettings()
     auto settings = openAppSettings();
     settings->beginGroup(QStringLiteral("mainwindow"));
     restoreGeometry(settings->value(QStringLiteral("geometry")).toByteArray());
-    restoreState(settings->value(QStringLiteral("savestate")).toByteArray(), 0);
+    const bool restored = restoreState(settings->value(QStringLiteral("savestate")).toByteArray(), 0);
     if (settings->value(QStringLiteral("maximized"), false).toBool())
         setWindowState(windowState() | Qt::WindowMaximized);
     settings->endGroup();
+    if (!restored) {
+        // A first start: the scene gets most of the window, the panels along
+        // the bottom a quarter of it, once the window has its size.
+        QTimer::singleShot(0, this, [this] {
+            QList<QDockWidget*> bottom;
+            QList<int> heights;
+            for (QDockWidget* dock : findChildren<QDockWidget*>()) {
+                if (dockWidgetArea(dock) == Qt::BottomDockWidgetArea && dock->isVisible()) {
+                    bottom.append(dock);
+                    heights.append(std::max(160, height() / 4));
+                }
+            }
+            resizeDocks(bottom, heights, Qt::Vertical);
+        });
+    }
 }
 
 void MainWindow::saveSettings() const

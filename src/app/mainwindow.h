@@ -7,6 +7,8 @@
 
 class AutoSaver;
 class EditActions;
+class PlayerActions;
+class ScriptTooling;
 class EditorView;
 class QToolBar;
 class EditorDocument;
@@ -84,6 +86,8 @@ private:
     EditorWorkspace* m_workspace;
     AutoSaver* m_autoSaver;
     EditActions* m_editActions = nullptr;
+    PlayerActions* m_playerActions = nullptr;
+    ScriptTooling* m_scriptTooling = nullptr;
     QToolBar* m_modeToolBar = nullptr;
     QMetaObject::Connection m_stackConnection;
     QPlainTextEdit* m_logView;

@@ -5,6 +5,8 @@ target_sources(plaxgui PRIVATE
   app/editorworkspace.cpp app/editorworkspace.h
   app/lastchance.cpp app/lastchance.h
   app/mainwindow.cpp app/mainwindow.h
+  app/playeractions.cpp app/playeractions.h
   app/recentfiles.cpp app/recentfiles.h
+  app/scripttooling.cpp app/scripttooling.h
   app/startup.cpp app/startup.h
 )

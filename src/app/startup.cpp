@@ -3,6 +3,7 @@
 #include "app/batchtool.h"
 #include "app/lastchance.h"
 #include "app/mainwindow.h"
+#include "app/scripttooling.h"
 #include "base/log.h"
 #include "base/settings.h"
 #include "base/version.h"
@@ -139,6 +140,8 @@ int runGui(QApplication& app, int argc, char* argv[], const WorkingDirectory& wd
     }
     window.statusBar()->showMessage(QObject::tr("Ready"));
     window.openStartupDocuments();
+    if (ScriptTooling* tooling = ScriptTooling::of(&window))
+        tooling->startUp();
     if (Version::kTrial)
         plaxLog(LOG_INFO, "This is the trial version of P.L.A.X - some features are not available.");
 

@@ -13,6 +13,8 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace
 {
 QString formatValue(const QVariant& value, PropertyDef::Type type)
@@ -74,15 +76,17 @@ void PropertiesPanel::refresh()
     if (m_document) {
         const Selection& selection = m_document->selection();
         const std::pair<ItemKind, std::vector<PropertyDef> (*)()> sections[] = {
-            {ItemKind::Body, &bodyProperties},
-            {ItemKind::Fixture, &fixtureProperties},
-            {ItemKind::Joint, &jointProperties},
-            {ItemKind::Image, &imageProperties},
+            {ItemKind::Body, &bodyProperties},       {ItemKind::Fixture, &fixtureProperties},
+            {ItemKind::Joint, &jointProperties},     {ItemKind::Image, &imageProperties},
+            {ItemKind::Sampler, &samplerProperties}, {ItemKind::Object, &objectProperties},
         };
-        for (const auto& [kind, rows] : sections) {
+        for (const auto& [kind, rowsOf] : sections) {
             if (selection.count(kind) == 0)
                 continue;
-            addSection(form, kind, rows());
+            std::vector<PropertyDef> rows = rowsOf();
+            for (PropertyDef& custom : customPropertyRows(m_document->world(), kind))
+                rows.push_back(std::move(custom));
+            addSection(form, kind, rows);
             any = true;
         }
     }
@@ -110,6 +114,11 @@ void PropertiesPanel::addSection(QFormLayout* form, ItemKind kind, const std::ve
     auto* title = new QLabel(QStringLiteral("<b>%1</b>").arg(sectionTitle(kind, items.size())));
     form->addRow(title);
     for (const PropertyDef& row : rows) {
+        const bool belongs = !row.applies || std::all_of(items.begin(), items.end(), [&row](const MetaItem* item) {
+            return row.applies(*item);
+        });
+        if (!belongs)
+            continue;
         QWidget* editor = makeEditor(kind, row, items);
         editor->setObjectName(QStringLiteral("%1/%2").arg(itemKindWord(kind), row.label));
         form->addRow(row.label, editor);
@@ -122,7 +131,7 @@ QWidget* PropertiesPanel::makeEditor(ItemKind kind, const PropertyDef& row, cons
     bool mixed = false;
     for (const MetaItem* item : items)
         mixed = mixed || row.get(*item) != first;
-    const bool editable = bool(row.set);
+    const bool editable = bool(row.set) || bool(row.setAll);
 
     switch (row.type) {
     case PropertyDef::Type::Bool: {
@@ -179,9 +188,14 @@ QWidget* PropertiesPanel::makeEditor(ItemKind kind, const PropertyDef& row, cons
 
 void PropertiesPanel::apply(ItemKind kind, const PropertyDef& row, const QVariant& value)
 {
-    if (!m_document || !row.set)
+    if (!m_document || (!row.set && !row.setAll))
         return;
     EditorDocument& doc = *m_document;
+    if (row.setAll) {
+        row.setAll(doc, kind, value);
+        scheduleRefresh();
+        return;
+    }
     std::vector<ItemId> ids = doc.selection().items(kind);
     {
         ScriptDocumentScope scope(&doc);

@@ -10,7 +10,8 @@ class QFormLayout;
 class QWidget;
 
 /// The properties panel: every property of the selected bodies, fixtures,
-/// joints and images. With several items selected, a property whose values
+/// joints, images, samplers and objects, and the custom properties the scene
+/// defines for them. With several items selected, a property whose values
 /// differ shows as mixed. An edit changes every selected item of the kind
 /// through the script API as one undo step. Shows "No selection" when
 /// nothing is selected.

@@ -51,6 +51,7 @@ const RegistrationStep kGlobalFunctions[] = {
     registerNumberFunctions,
     registerJsonFunctions,
     registerFileFunctions,
+    registerExportExclusionFunctions,
 };
 
 void registerTypes(ScriptRegistrar& reg, const std::vector<TypeStep>& steps)

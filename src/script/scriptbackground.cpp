@@ -88,12 +88,14 @@ bool runOnWorkerThread(ScriptCompileTask::Kind kind, ScriptDocument& document, c
     return result;
 }
 
-// A run stopped by a limit or by the user is half done: in the editor its
-// undo step is undone at once, so the document is as it was before the run.
-// (Batch mode writes nothing after an aborted run instead.)
+// A run stopped by a limit is half done: in the editor its undo step is
+// undone at once, so the document is as it was before the run. (Batch mode
+// writes nothing after an aborted run instead.) A run the user stopped keeps
+// what it did as one undo step: the user chose to stop there.
 void undoAbortedRun(ScriptDocument& document, int indexBefore)
 {
-    if (AppFlags::isBatchMode() || !lastScriptRunOutcome(&document).aborted())
+    const ScriptRunOutcome outcome = lastScriptRunOutcome(&document);
+    if (AppFlags::isBatchMode() || !outcome.aborted() || outcome.abortReason == ScriptAbortReason::Requested)
         return;
     QUndoStack& stack = document.undoStack();
     if (stack.index() == indexBefore + 1) {

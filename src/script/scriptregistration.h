@@ -64,3 +64,5 @@ void registerNumberFunctions(ScriptRegistrar& reg);
 void registerJsonFunctions(ScriptRegistrar& reg);
 /// dirExists, fileExists, readFile and writeFile.
 void registerFileFunctions(ScriptRegistrar& reg);
+/// setExportPropertyExcluded, isExportPropertyExcluded and getExcludedExportProperties.
+void registerExportExclusionFunctions(ScriptRegistrar& reg);

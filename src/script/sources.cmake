@@ -10,6 +10,7 @@ target_sources(plaxcore PRIVATE
   script/register_addons.cpp
   script/register_body.cpp
   script/register_color.cpp
+  script/register_exportexclusions.cpp
   script/register_files.cpp
   script/register_fixture.cpp
   script/register_handles.cpp
@@ -73,6 +74,8 @@ target_sources(plaxcore PRIVATE
   script/scriptvec2.cpp script/scriptvec2.h
   script/scriptwatchdog.cpp script/scriptwatchdog.h
   script/scriptworld.cpp script/scriptworld.h
+  script/customactionmenu.cpp script/customactionmenu.h
+  script/scriptexportexclusions.cpp script/scriptexportexclusions.h
   script/selectionchange.cpp script/selectionchange.h
   script/selectionedits.cpp script/selectionedits.h
   script/transformsession.cpp script/transformsession.h

@@ -185,7 +185,8 @@ private:
         QColor outline = m_colors.bodyColor(body.type);
         if (!selection)
             outline = dimmed(outline);
-        const float angle = placement.applyToAngle(body.angle);
+        // In body coordinates (the player places bodies each frame) the body sits at its origin, unturned.
+        const float angle = m_bodyLocal ? 0.f : placement.applyToAngle(body.angle);
         float scale = std::abs(placement.scale);
         for (const auto& fixture : body.fixtures()) {
             const bool selected =
@@ -199,7 +200,7 @@ private:
             points.reserve(fixture->vertices().size());
             bool usable = true;
             for (const Vec2& v : fixture->vertices()) {
-                const Vec2 p = place(placement, bodyPoint(body, v));
+                const Vec2 p = m_bodyLocal ? v : place(placement, bodyPoint(body, v));
                 usable = usable && finite(p);
                 points.push_back(p);
             }
@@ -209,7 +210,8 @@ private:
                 const float radius = shape.radius() * scale;
                 switch (shape.type()) {
                 case SHAPE_CIRCLE: {
-                    const Vec2 centre = points.empty() ? place(placement, body.position) : points.front();
+                    const Vec2 centre = points.empty() ? (m_bodyLocal ? Vec2{} : place(placement, body.position))
+                                                       : points.front();
                     if (finite(centre) && std::isfinite(radius))
                         m_shapes.circle(centre, radius, angle, fill, line);
                     break;
@@ -221,6 +223,8 @@ private:
                 }
             }
         }
+        if (m_bodyLocal)
+            return;
         const Vec2 origin = place(placement, body.position);
         if (finite(origin))
             m_shapes.cross(origin, bodySelected ? 6 : 3, bodySelected ? m_colors.selection : outline);
@@ -336,8 +340,39 @@ private:
     const ViewColors& m_colors;
     GeomChunk m_chunk;
     bool m_coarse;
+    bool m_bodyLocal = false;
+
+public:
+    // The fixtures of each body in its own coordinates, with the vertex
+    // ranges each body's drawing takes.
+    void bodiesLocal(const std::vector<const MetaBody*>& bodies, std::vector<BodyVertexRange>* ranges)
+    {
+        m_bodyLocal = true;
+        const Selection none;
+        for (const MetaBody* body : bodies) {
+            BodyVertexRange range;
+            range.firstTriangle = m_target.triangles.size();
+            range.firstLine = m_target.lines.size();
+            if (body)
+                this->body(*body, &none, Placement{});
+            range.triangleCount = m_target.triangles.size() - range.firstTriangle;
+            range.lineCount = m_target.lines.size() - range.firstLine;
+            ranges->push_back(range);
+        }
+        m_bodyLocal = false;
+    }
 };
 } // namespace
+
+void SceneGeometry::buildBodiesLocal(SceneGeometry& geometry, const std::vector<const MetaBody*>& bodies,
+                                     const ViewColors& colors, int circleSegments,
+                                     std::vector<BodyVertexRange>* ranges)
+{
+    geometry = SceneGeometry{};
+    geometry.circleSegments = circleSegments;
+    ranges->clear();
+    Builder(geometry, colors, circleSegments).bodiesLocal(bodies, ranges);
+}
 
 float SceneGeometry::measureTypicalFixtureSize(const MetaWorld& world)
 {

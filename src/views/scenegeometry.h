@@ -10,6 +10,7 @@
 #include <cstdint>
 #include <vector>
 
+class MetaBody;
 class MetaWorld;
 class Selection;
 struct ViewColors;
@@ -62,6 +63,15 @@ struct GeomChunk
     int lineCount = 0;
 };
 
+/// Where one body's drawing lies in a geometry's vertex arrays.
+struct BodyVertexRange
+{
+    size_t firstTriangle = 0;
+    size_t triangleCount = 0;
+    size_t firstLine = 0;
+    size_t lineCount = 0;
+};
+
 /// The drawable form of a scene, built once per scene change and then drawn
 /// every frame without walking the model: triangles and line segments in
 /// world coordinates with colours, and the images. Selected items carry the
@@ -83,6 +93,12 @@ struct SceneGeometry
     /// Median size of the scene's fixtures (world units), for choosing the level of detail.
     float typicalFixtureSize = 0;
 
+    /// The fixtures of every body drawn in the body's own coordinates (no
+    /// markers, labels, joints or images), one range per body in the scene's
+    /// order given (null bodies draw nothing): a running simulation places
+    /// the ranges each frame.
+    static void buildBodiesLocal(SceneGeometry& geometry, const std::vector<const MetaBody*>& bodies,
+                                 const ViewColors& colors, int circleSegments, std::vector<BodyVertexRange>* ranges);
     /// The median size of a scene's fixtures, from a sample of at most a
     /// thousand bodies; 0 for a scene without fixtures.
     static float measureTypicalFixtureSize(const MetaWorld& world);

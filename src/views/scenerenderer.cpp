@@ -354,7 +354,8 @@ void SceneRenderer::paint(const ViewCamera& camera, const ViewColors& colors, Ve
     m_overlay.allocate(lines.data(), int(lines.size() * sizeof(GeomVertex)));
     m_overlay.release();
     // Grid first, then the scene, then the axes and the cursor on top.
-    drawColored(m_overlay, GL_LINES, 0, gridCount, camera);
+    if (m_showGrid)
+        drawColored(m_overlay, GL_LINES, 0, gridCount, camera);
     const bool cached = size_t(m_triangleCount + m_lineCount) > m_cacheThreshold;
     m_lastFromCache = false;
     if (cached) {

@@ -38,6 +38,8 @@ public:
     /// Scenes of more vertices than this are drawn into a cached picture
     /// larger than the view; frames that only pan within it draw the picture.
     void setFrameCacheThreshold(size_t vertices) { m_cacheThreshold = vertices; }
+    /// Draws the grid lines or leaves them out (the axes and the cursor stay).
+    void setShowGrid(bool show) { m_showGrid = show; }
     /// True when the last frame drew the cached picture instead of the scene.
     bool lastFrameFromCache() const { return m_lastFromCache; }
     /// Releases the GL objects (the context must be current).
@@ -64,6 +66,7 @@ private:
     void drawCache(const ViewCamera& camera);
 
     bool m_ready = false;
+    bool m_showGrid = true;
     size_t m_cacheThreshold = 150000;
     bool m_lastFromCache = false;
     quint64 m_uploadVersion = 0;

@@ -13,10 +13,11 @@ SnapSettings SnapSettings::fromSettings()
         const float value = settings->value(QLatin1String(key)).toFloat(&ok);
         return ok && std::isfinite(value) && value > 0 ? value : fallback;
     };
-    s.gridStep = positive("snapping/gridstep", s.gridStep);
-    s.angleStepDegrees = positive("snapping/anglestep", s.angleStepDegrees);
-    s.scaleStep = positive("snapping/scalestep", s.scaleStep);
-    s.vertexPixels = int(positive("snapping/vertexpixels", float(s.vertexPixels)));
+    // The keys the preferences dialog writes.
+    s.gridStep = positive("editing/snaptranslatestep", s.gridStep);
+    s.angleStepDegrees = positive("editing/snaprotatestep", s.angleStepDegrees);
+    s.scaleStep = positive("editing/snapscalestep", s.scaleStep);
+    s.vertexPixels = int(positive("editing/snapvertexpixels", float(s.vertexPixels)));
     return s;
 }
 

@@ -4,6 +4,8 @@ target_sources(plaxgui PRIVATE
   views/editorview.cpp views/editorview.h
   views/hittest.cpp views/hittest.h
   views/labelpainter.cpp views/labelpainter.h
+  views/playergeometry.cpp views/playergeometry.h
+  views/playerview.cpp views/playerview.h
   views/scenepicker.cpp views/scenepicker.h
   views/scenegeometry.cpp views/scenegeometry.h
   views/scenerenderer.cpp views/scenerenderer.h

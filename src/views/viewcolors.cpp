@@ -38,6 +38,7 @@ ViewColors ViewColors::fromSettings()
     read("object", c.object);
     read("cursor", c.cursor);
     read("label", c.label);
+    read("playerviewbackgroundcolor", c.playerBackground);
     c.fillAlpha = std::clamp(settings->value(QStringLiteral("fillAlpha"), c.fillAlpha).toInt(), 0, 255);
     settings->endGroup();
     return c;

@@ -23,6 +23,8 @@ struct ViewColors
     QColor object{150, 150, 170};
     QColor cursor{255, 90, 40};
     QColor label{230, 230, 230};
+    /// Clear colour of player views ("colors/playerviewbackgroundcolor").
+    QColor playerBackground{30, 34, 40};
     /// Opacity (0..255) of fixture fills; outlines are opaque.
     int fillAlpha = 90;
 

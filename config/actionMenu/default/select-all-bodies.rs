@@ -1,0 +1,2 @@
+// Selects every body of the scene.
+select(ab());

@@ -1,0 +1,291 @@
+// Scripts in the main window: the Actions menu read from config/ under the
+// working directory, the script editor and library docks, the output panel,
+// about, tips at start-up and feedback.
+#include "app/editorworkspace.h"
+#include "app/mainwindow.h"
+#include "app/scripttooling.h"
+#include "base/settings.h"
+#include "document/editordocument.h"
+#include "model/metaworld.h"
+#include "panels/aboutdialog.h"
+#include "panels/customactionmenus.h"
+#include "panels/preferencesdialog.h"
+#include "panels/scripteditor.h"
+#include "panels/scripteditorpanel.h"
+#include "panels/scriptlibrary.h"
+#include "panels/scriptquerydialogs.h"
+#include "script/scriptbackground.h"
+#include "panels/tipsdialog.h"
+#include "script/selectionedits.h"
+#include "support/guitesting.h"
+#include "support/logcapture.h"
+
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QDesktopServices>
+#include <QDir>
+#include <QDockWidget>
+#include <QDoubleSpinBox>
+#include <QFile>
+#include <QMenu>
+#include <QMenuBar>
+#include <QPlainTextEdit>
+#include <QStatusBar>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <QUrl>
+#include <QtTest/QTest>
+
+using namespace GuiTesting;
+
+namespace
+{
+class UrlCatcher : public QObject
+{
+    Q_OBJECT
+public:
+    QList<QUrl> urls;
+public slots:
+    void open(const QUrl& url) { urls.append(url); }
+};
+
+class ScriptToolingTest : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        ASSERT_TRUE(dir.isValid());
+        openAppSettings()->clear();
+        openAppSettings()->setValue(ScriptLibrary::kFolderKey, dir.filePath("library"));
+        previousDirectory = QDir::currentPath();
+        // The program looks for config/ in its working directory.
+        QDir().mkpath(dir.filePath("config/actionMenu/mine"));
+        QDir().mkpath(dir.filePath("library"));
+        writeFile(dir, "config/actionMenu/mine/layout.json",
+                  R"({"children":[{"type":"menu","name":"Moves","children":[
+                      {"type":"action","name":"Raise","file":"raise.rs","desc":"Raise the selected bodies","minBodies":1}]}]})");
+        writeFile(dir, "config/actionMenu/mine/raise.rs",
+                  "body[]@ b = sb();\nfor (uint i = 0; i < b.length(); i++) b[i].setPosition(b[i].pos.x, b[i].pos.y + 2);\n");
+        ASSERT_TRUE(QDir::setCurrent(dir.path()));
+        window = std::make_unique<MainWindow>();
+        window->resize(1200, 850);
+        window->show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
+        tooling = ScriptTooling::of(window.get());
+        ASSERT_NE(tooling, nullptr);
+    }
+
+    void TearDown() override
+    {
+        window.reset();
+        QDir::setCurrent(previousDirectory);
+        openAppSettings()->clear();
+    }
+
+    EditorDocument* openExample()
+    {
+        window->workspace()->openFile(copyExample(dir));
+        return window->workspace()->activeDocument();
+    }
+
+    QTemporaryDir dir;
+    QString previousDirectory;
+    std::unique_ptr<MainWindow> window;
+    ScriptTooling* tooling = nullptr;
+};
+
+QMenu* menuBarMenu(MainWindow& window, const QString& objectName)
+{
+    for (QAction* action : window.menuBar()->actions())
+        if (action->menu() && action->menu()->objectName() == objectName)
+            return action->menu();
+    return nullptr;
+}
+} // namespace
+
+TEST_F(ScriptToolingTest, EveryNewActionAndDockHasNamesAndShortcutsWhereExpected)
+{
+    for (const char* name : {"ScriptEditorDock", "ScriptLibraryDock", "HelpDock", "CustomPropertiesDock",
+                             "CollisionFilterDock", "ExportedPropertiesDock"}) {
+        auto* dock = window->findChild<QDockWidget*>(name);
+        ASSERT_NE(dock, nullptr) << name;
+        EXPECT_FALSE(dock->accessibleName().isEmpty()) << name;
+        EXPECT_FALSE(dock->toggleViewAction()->shortcut().isEmpty()) << name;
+        EXPECT_FALSE(dock->widget()->objectName().isEmpty()) << name;
+        EXPECT_FALSE(dock->widget()->accessibleName().isEmpty()) << name;
+    }
+    EXPECT_TRUE(window->findChild<QDockWidget*>("HelpDock")->windowTitle().startsWith("P.L.A.X help (F1)"));
+    for (const char* name : {"actionRunScript", "actionRunSelection", "actionAbortScript", "actionCompileScript",
+                             "actionPreferences", "actionHelp", "actionTips", "actionCheckForUpdates", "actionFeedback",
+                             "actionScriptNew", "actionScriptOpen", "actionScriptSave", "actionScriptSaveAs"}) {
+        QAction* action = window->action(name);
+        ASSERT_NE(action, nullptr) << name;
+        EXPECT_FALSE(action->text().isEmpty()) << name;
+        EXPECT_FALSE(action->toolTip().isEmpty()) << name;
+    }
+    EXPECT_EQ(window->action("actionRunScript")->shortcut(), QKeySequence(Qt::Key_F5));
+    EXPECT_EQ(window->action("actionAbortScript")->shortcut(), QKeySequence(Qt::SHIFT | Qt::Key_F5));
+    EXPECT_EQ(window->action("actionPreferences")->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_Comma));
+    QMenu* custom = menuBarMenu(*window, "CustomMenu");
+    ASSERT_NE(custom, nullptr);
+    EXPECT_EQ(custom->title(), "&Actions");
+}
+
+TEST_F(ScriptToolingTest, ActionsMenuRunsTheChosenActionAsOneUndoStep)
+{
+    EditorDocument* document = openExample();
+    ASSERT_NE(document, nullptr);
+    QMenu* custom = menuBarMenu(*window, "CustomMenu");
+    ASSERT_NE(custom, nullptr);
+
+    emit custom->aboutToShow();
+    QMenu* moves = custom->findChild<QMenu*>("customMenu_Moves");
+    ASSERT_NE(moves, nullptr);
+    ASSERT_EQ(moves->actions().size(), 1);
+    QAction* raise = moves->actions().first();
+    EXPECT_EQ(raise->text(), "Raise");
+    EXPECT_EQ(raise->toolTip(), "Raise the selected bodies");
+    EXPECT_FALSE(raise->isEnabled()) << "nothing selected";
+
+    MetaBody* body = document->world().bodies().front().get();
+    SelectionEdits::setSelected(*document, ItemKind::Body, {body->id()}, true);
+    emit custom->aboutToShow();
+    ASSERT_TRUE(raise->isEnabled());
+
+    const float y = body->position.y;
+    const int count = document->undoStack().count();
+    QStringList statuses;
+    QObject::connect(window->statusBar(), &QStatusBar::messageChanged,
+                     [&statuses](const QString& text) { statuses.append(text); });
+    raise->trigger();
+    EXPECT_FLOAT_EQ(body->position.y, y + 2);
+    EXPECT_EQ(document->undoStack().count(), count + 1);
+    EXPECT_TRUE(statuses.contains("Running script..."));
+    window->action("actionUndo")->trigger();
+    EXPECT_FLOAT_EQ(body->position.y, y);
+
+    // The editor view's right-click menu is filled by the same function.
+    QMenu context;
+    buildCustomMenu(&context);
+    ASSERT_EQ(context.actions().size(), 1);
+    EXPECT_EQ(context.actions().first()->text(), "Moves");
+}
+
+TEST_F(ScriptToolingTest, LibraryFileIsTheLiveScriptAndPrintsGoToTheOutputPanel)
+{
+    EditorDocument* document = openExample();
+    ASSERT_NE(document, nullptr);
+    const QString file = writeFile(dir, "library/turn.rs", "getBody('ball').setAngle(0.75);\nprint('turned the ball');\n");
+    ScriptLibrary* library = tooling->scriptLibrary();
+    library->refresh();
+    ASSERT_TRUE(library->openFile(file));
+    EXPECT_EQ(tooling->scriptEditor()->editor()->text(), "getBody('ball').setAngle(0.75);\nprint('turned the ball');\n");
+
+    tooling->scriptEditor()->editor()->append("print('edited in the editor');\n");
+    window->findChild<QDockWidget*>("MessageLogDock")->raise();
+    QTest::qWait(50);
+    EXPECT_TRUE(window->findChild<QDockWidget*>("ScriptDock")->visibleRegion().isEmpty()) << "behind the message log";
+    window->activateWindow();
+    window->action("actionRunScript")->trigger();
+    const MetaBody* ball = static_cast<const MetaBody*>(document->world().registry(ItemKind::Body).findByName("ball"));
+    ASSERT_NE(ball, nullptr);
+    EXPECT_FLOAT_EQ(ball->angle, 0.75f);
+    auto* output = window->findChild<QPlainTextEdit*>("ScriptOutput");
+    ASSERT_NE(output, nullptr);
+    EXPECT_TRUE(waitFor([output] { return output->toPlainText().contains("edited in the editor"); }))
+        << output->toPlainText().toStdString();
+    EXPECT_TRUE(output->toPlainText().contains("turned the ball"));
+    auto* outputDock = window->findChild<QDockWidget*>("ScriptDock");
+    ASSERT_NE(outputDock, nullptr);
+    EXPECT_TRUE(waitFor([outputDock] { return !outputDock->visibleRegion().isEmpty(); }))
+        << "after a run the output comes to the front of its tab group";
+    QFile saved(file);
+    ASSERT_TRUE(saved.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(saved.readAll().contains("edited in the editor")) << "running saves the library file first";
+
+    // A compile error of the live script is reported in the output panel.
+    tooling->scriptEditor()->editor()->setText("print('x');\nint y = ;\n");
+    EXPECT_FALSE(tooling->scriptEditor()->runWhole());
+    EXPECT_TRUE(waitFor([output] { return output->toPlainText().contains("Line 2, col"); }))
+        << output->toPlainText().toStdString();
+    EXPECT_FALSE(output->toPlainText().contains("Compiling void main")) << "the engine's note stays in the log";
+}
+
+TEST_F(ScriptToolingTest, AboutShowsTheLibrariesAndFeedbackOpensTheIssuePage)
+{
+    QString aboutText;
+    QTimer::singleShot(100, [&aboutText] {
+        if (auto* dialog = qobject_cast<AboutDialog*>(QApplication::activeModalWidget())) {
+            aboutText = dialog->findChild<QWidget*>("AboutText")->property("text").toString();
+            dialog->reject();
+        }
+    });
+    window->action("actionAbout")->trigger();
+    EXPECT_TRUE(aboutText.contains("QScintilla")) << aboutText.toStdString();
+
+    UrlCatcher catcher;
+    QDesktopServices::setUrlHandler("https", &catcher, "open");
+    openAppSettings()->setValue(PreferenceKeys::kIssuePage, "https://issues.invalid/plax/issues");
+    window->action("actionFeedback")->trigger();
+    QDesktopServices::unsetUrlHandler("https");
+    ASSERT_EQ(catcher.urls.size(), 1);
+    EXPECT_EQ(catcher.urls.first(), QUrl("https://issues.invalid/plax/issues"));
+}
+
+TEST_F(ScriptToolingTest, TipsShowAtStartUpUnlessTurnedOff)
+{
+    bool shown = false;
+    QTimer::singleShot(200, [&shown] {
+        if (auto* tips = qobject_cast<TipsDialog*>(QApplication::activeModalWidget())) {
+            shown = true;
+            tips->reject();
+        }
+    });
+    tooling->startUp();
+    EXPECT_TRUE(waitFor([&shown] { return shown; }, 3000));
+
+    openAppSettings()->setValue(TipsDialog::kShowAtStartupKey, false);
+    shown = false;
+    QTimer::singleShot(200, [&shown] {
+        if (qobject_cast<TipsDialog*>(QApplication::activeModalWidget())) {
+            shown = true;
+            QApplication::activeModalWidget()->close();
+        }
+    });
+    tooling->startUp();
+    QTest::qWait(400);
+    EXPECT_FALSE(shown);
+}
+
+TEST_F(ScriptToolingTest, ScriptQuestionsOpenDialogsOnTheInterfaceThread)
+{
+    EditorDocument* document = openExample();
+    ASSERT_NE(document, nullptr);
+    const MetaBody* ball = static_cast<const MetaBody*>(document->world().registry(ItemKind::Body).findByName("ball"));
+    ASSERT_NE(ball, nullptr);
+    QString prompt;
+    QTimer::singleShot(100, [&prompt] {
+        if (auto* dialog = qobject_cast<ScriptQueryNumericValueDialog*>(QApplication::activeModalWidget())) {
+            prompt = dialog->findChild<QWidget*>("ScriptQueryPrompt")->property("text").toString();
+            EXPECT_DOUBLE_EQ(dialog->field()->value(), 2);
+            dialog->field()->setValue(0.5);
+            dialog->accept();
+        }
+    });
+    ASSERT_TRUE(ScriptBackground::runOneOffScript(*document, "getBody('ball').setAngle(queryNumericValue('How far?', 2));",
+                                                  "ask"));
+    EXPECT_EQ(prompt, "How far?");
+    EXPECT_FLOAT_EQ(ball->angle, 0.5f);
+
+    QTimer::singleShot(100, [] {
+        if (auto* dialog = qobject_cast<ScriptQueryYesNoDialog*>(QApplication::activeModalWidget()))
+            dialog->reject();
+    });
+    ASSERT_TRUE(ScriptBackground::runOneOffScript(*document, "if (!queryYesNo('Turn?')) getBody('ball').setAngle(1.5);",
+                                                  "ask"));
+    EXPECT_FLOAT_EQ(ball->angle, 1.5f) << "No answers false";
+}
+
+#include "scripttooling_test.moc"

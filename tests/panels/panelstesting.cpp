@@ -1,0 +1,53 @@
+#include "panelstesting.h"
+
+#include "document/editordocument.h"
+#include "model/metaworld.h"
+#include "script/selectionedits.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+namespace PanelsTesting
+{
+void writeText(const QString& path, const QString& text)
+{
+    QDir().mkpath(QFileInfo(path).path());
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate)) << path.toStdString();
+    file.write(text.toUtf8());
+}
+
+QString readText(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
+
+std::unique_ptr<EditorDocument> exampleDocument()
+{
+    auto document = std::make_unique<EditorDocument>();
+    EXPECT_TRUE(document->load(QStringLiteral(PLAX_SOURCE_DIR "/examples/demo.plax")));
+    return document;
+}
+
+QList<MetaBody*> bodies(EditorDocument& document)
+{
+    QList<MetaBody*> list;
+    for (const auto& body : document.world().bodies())
+        list.append(body.get());
+    return list;
+}
+
+void selectBodies(EditorDocument& document, const QList<MetaBody*>& bodies)
+{
+    SelectionEdits::clearSelection(document);
+    std::vector<ItemId> ids;
+    for (MetaBody* body : bodies)
+        ids.push_back(body->id());
+    if (!ids.empty())
+        SelectionEdits::setSelected(document, ItemKind::Body, ids, true);
+}
+} // namespace PanelsTesting
