@@ -13,6 +13,7 @@
 #include <QPainter>
 #include <QWheelEvent>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -189,6 +190,11 @@ void PlayerView::paintOverlay()
     if (!info && !error.isEmpty())
         lines << tr("The scene could not be loaded:") << error.split(QLatin1Char('\n'));
     const QFontMetrics metrics(font);
+    // A dark panel behind the text keeps it readable over a busy scene.
+    int width = 0;
+    for (const QString& line : lines)
+        width = std::max(width, metrics.horizontalAdvance(line));
+    painter.fillRect(QRect(4, 4, width + 10, int(lines.size()) * metrics.height() + 8), QColor(0, 0, 0, 150));
     int y = 8 + metrics.ascent();
     for (const QString& line : lines) {
         painter.setPen(QColor(0, 0, 0, 160));
