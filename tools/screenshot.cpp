@@ -13,6 +13,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QDockWidget>
 #include <QFile>
 #include <QKeySequence>
 #include <QMdiArea>
@@ -85,6 +86,11 @@ int main(int argc, char** argv)
         for (QOpenGLWidget* gl : window.findChildren<QOpenGLWidget*>()) {
             if (gl->isVisible())
                 painter.drawImage(gl->mapTo(&window, QPoint(0, 0)), gl->grabFramebuffer());
+        }
+        // Floating docks are windows of their own: drawn where they stand.
+        for (QDockWidget* dock : window.findChildren<QDockWidget*>()) {
+            if (dock->isFloating() && dock->isVisible())
+                painter.drawImage(window.mapFromGlobal(dock->mapToGlobal(QPoint(0, 0))), dock->grab().toImage());
         }
         if (QWidget* modal = QApplication::activeModalWidget())
             painter.drawImage(window.mapFromGlobal(modal->mapToGlobal(QPoint(0, 0))), modal->grab().toImage());

@@ -36,6 +36,8 @@
 #include <QStatusBar>
 #include <QTimer>
 
+#include <algorithm>
+
 namespace
 {
 QMenu* menuOf(QAction* action)
@@ -227,6 +229,15 @@ void ScriptTooling::createMenus()
                                    tr("The script reference and how to use scripts"));
     connect(showHelp, &QAction::triggered, this, [this] {
         if (auto* dock = m_window->findChild<QDockWidget*>(QStringLiteral("HelpDock"))) {
+            // Hidden help opens as a window of reading size over the editor
+            // (squeezed among the side docks it would show a few lines);
+            // dragged back into the window it stays docked.
+            if (!dock->isVisible() && !dock->isFloating()) {
+                dock->setFloating(true);
+                const QSize size(std::min(760, m_window->width() - 80), std::min(680, m_window->height() - 80));
+                dock->resize(size);
+                dock->move(m_window->geometry().center() - QPoint(size.width() / 2, size.height() / 2));
+            }
             dock->show();
             dock->raise();
             m_help->searchField()->setFocus();

@@ -368,7 +368,8 @@ TEST_F(ViewEditingTest, SamplerPathsAreTracedEditedAndTurnedIntoFixturesOneStepE
                        "s.setCenter(10, 16); s.setOutputWidth(64); s.setOutputHeight(64); s.select();")
             .arg(dir.filePath("disc.png")));
     ASSERT_EQ(doc->world().samplers().size(), 1u);
-    MetaSampler* sampler = doc->world().samplers().front().get();
+    // Tracing replaces the sampler's record, and undo may too: always the current one.
+    const auto current = [this] { return doc->world().samplers().front().get(); };
     QTest::keyClick(view, Qt::Key_P);
     EXPECT_EQ(view->editMode(), EditMode::Samplers);
 
@@ -376,31 +377,31 @@ TEST_F(ViewEditingTest, SamplerPathsAreTracedEditedAndTurnedIntoFixturesOneStepE
     window->action("actionTraceSampler")->trigger();
     EXPECT_EQ(steps(), before + 1);
     EXPECT_EQ(lastText(), "trace outline of sampler");
-    ASSERT_EQ(sampler->paths.size(), 1u) << "one disc, one outline";
-    const size_t points = sampler->paths.front().controlPoints.size();
+    ASSERT_EQ(current()->paths.size(), 1u) << "one disc, one outline";
+    const size_t points = current()->paths.front().controlPoints.size();
     ASSERT_GE(points, 8u);
 
     // Drag the first control point 30 pixels to the right.
-    const SamplerFrame frame = SamplerFrame::of(*sampler);
-    const Vec2 first = frame.toWorld(sampler->paths.front().controlPoints[0]);
+    const SamplerFrame frame = SamplerFrame::of(*current());
+    const Vec2 first = frame.toWorld(current()->paths.front().controlPoints[0]);
     const QPoint from = pixel(first);
     QTest::mousePress(view, Qt::LeftButton, {}, from);
     moveTo(from + QPoint(15, 0), Qt::LeftButton);
     moveTo(from + QPoint(30, 0), Qt::LeftButton);
     QTest::mouseRelease(view, Qt::LeftButton, {}, from + QPoint(30, 0));
     EXPECT_EQ(lastText(), "move control point");
-    const Vec2 moved = frame.toWorld(sampler->paths.front().controlPoints[0]);
+    const Vec2 moved = frame.toWorld(current()->paths.front().controlPoints[0]);
     EXPECT_NEAR(moved.x - first.x, 30 * view->camera().worldPerPixel(), 1e-3);
 
     // A double click between two points inserts one; Shift takes it away again.
-    const Vec2 a = frame.toWorld(sampler->paths.front().controlPoints[2]);
-    const Vec2 b = frame.toWorld(sampler->paths.front().controlPoints[3]);
+    const Vec2 a = frame.toWorld(current()->paths.front().controlPoints[2]);
+    const Vec2 b = frame.toWorld(current()->paths.front().controlPoints[3]);
     QTest::mouseDClick(view, Qt::LeftButton, {}, pixel({(a.x + b.x) / 2, (a.y + b.y) / 2}));
     EXPECT_EQ(lastText(), "insert control point");
-    ASSERT_EQ(sampler->paths.front().controlPoints.size(), points + 1);
-    QTest::mouseDClick(view, Qt::LeftButton, Qt::ShiftModifier, pixel(frame.toWorld(sampler->paths.front().controlPoints[3])));
+    ASSERT_EQ(current()->paths.front().controlPoints.size(), points + 1);
+    QTest::mouseDClick(view, Qt::LeftButton, Qt::ShiftModifier, pixel(frame.toWorld(current()->paths.front().controlPoints[3])));
     EXPECT_EQ(lastText(), "delete control point");
-    EXPECT_EQ(sampler->paths.front().controlPoints.size(), points);
+    EXPECT_EQ(current()->paths.front().controlPoints.size(), points);
 
     before = steps();
     const size_t fixtures = doc->world().fixtureCount();
@@ -413,8 +414,8 @@ TEST_F(ViewEditingTest, SamplerPathsAreTracedEditedAndTurnedIntoFixturesOneStepE
     for (int i = 0; i < 4; ++i)
         doc->undoStack().undo();
     EXPECT_EQ(doc->world().fixtureCount(), fixtures);
-    ASSERT_EQ(sampler->paths.front().controlPoints.size(), points);
-    const Vec2 back = frame.toWorld(sampler->paths.front().controlPoints[0]);
+    ASSERT_EQ(current()->paths.front().controlPoints.size(), points);
+    const Vec2 back = frame.toWorld(current()->paths.front().controlPoints[0]);
     EXPECT_NEAR(back.x, first.x, 1e-4);
     EXPECT_NEAR(back.y, first.y, 1e-4);
 }
