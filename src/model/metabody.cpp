@@ -1,5 +1,7 @@
 #include "model/metabody.h"
 
+#include <cmath>
+
 MetaFixture* MetaBody::adoptFixture(std::unique_ptr<MetaFixture> fixture)
 {
     if (world())
@@ -17,4 +19,23 @@ QString MetaBody::typeWord(BodyType type)
     case BodyType::Dynamic: return QStringLiteral("dynamic");
     }
     return QStringLiteral("static");
+}
+
+namespace
+{
+Vec2 rotated(Vec2 v, float angle)
+{
+    const float c = std::cos(angle), s = std::sin(angle);
+    return {c * v.x - s * v.y, s * v.x + c * v.y};
+}
+} // namespace
+
+Vec2 bodyToWorld(const MetaBody* body, Vec2 local)
+{
+    return body ? body->position + rotated(local, body->angle) : local;
+}
+
+Vec2 worldToBody(const MetaBody* body, Vec2 world)
+{
+    return body ? rotated(world - body->position, -body->angle) : world;
 }

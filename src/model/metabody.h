@@ -51,3 +51,8 @@ private:
 
     std::vector<std::unique_ptr<MetaFixture>> m_fixtures;
 };
+
+/// A point in body coordinates in world coordinates (unchanged without a body).
+Vec2 bodyToWorld(const MetaBody* body, Vec2 local);
+/// A world point in body coordinates (unchanged without a body).
+Vec2 worldToBody(const MetaBody* body, Vec2 world);

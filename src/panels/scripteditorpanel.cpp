@@ -225,14 +225,22 @@ void ScriptEditorPanel::updateActions()
     m_abort->setEnabled(m_running);
 }
 
-bool ScriptEditorPanel::compile()
+bool ScriptEditorPanel::beginLiveRun()
 {
     if (!m_document || m_running)
         return false;
+    // The live script is the library's current file when there is one.
     if (m_library && !m_library->currentFile().isEmpty())
         m_library->saveCurrent();
     storeText();
     beginRun();
+    return true;
+}
+
+bool ScriptEditorPanel::compile()
+{
+    if (!beginLiveRun())
+        return false;
     setBusy(true, tr("Compiling script..."));
     const bool ok = ScriptBackground::compileLiveScript(*m_document);
     endRun(0, ok);
@@ -241,12 +249,8 @@ bool ScriptEditorPanel::compile()
 
 bool ScriptEditorPanel::runWhole()
 {
-    if (!m_document || m_running)
+    if (!beginLiveRun())
         return false;
-    if (m_library && !m_library->currentFile().isEmpty())
-        m_library->saveCurrent();
-    storeText();
-    beginRun();
     EditorDocument* document = m_document;
     bool ok = ScriptBackground::compileLiveScript(*document);
     if (ok)

@@ -85,6 +85,9 @@ signals:
 private:
     void storeText();
     void beginRun();
+    // Saves the current library file and the text and begins a run of the
+    // live script; false when there is no document or a run is going on.
+    bool beginLiveRun();
     void endRun(int rowOffset, bool ok);
     void problemActivated(QListWidgetItem* item);
     void updateActions();

@@ -1,5 +1,7 @@
 #include "sampling/pathfixture.h"
 
+#include "model/metabody.h"
+
 #include "model/metashape.h"
 #include "model/metasampler.h"
 #include "sampling/samplerframe.h"

@@ -14,16 +14,6 @@ Vec2 rotated(Vec2 v, float angle)
 }
 } // namespace
 
-Vec2 bodyToWorld(const MetaBody* body, Vec2 local)
-{
-    return body ? body->position + rotated(local, body->angle) : local;
-}
-
-Vec2 worldToBody(const MetaBody* body, Vec2 world)
-{
-    return body ? rotated(world - body->position, -body->angle) : world;
-}
-
 SamplerFrame SamplerFrame::of(const MetaSampler& sampler)
 {
     SamplerFrame frame;

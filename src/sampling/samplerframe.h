@@ -23,8 +23,3 @@ struct SamplerFrame
     /// A world point in local coordinates.
     Vec2 toLocal(Vec2 world) const;
 };
-
-/// A point in body coordinates in world coordinates (unchanged without a body).
-Vec2 bodyToWorld(const MetaBody* body, Vec2 local);
-/// A world point in body coordinates (unchanged without a body).
-Vec2 worldToBody(const MetaBody* body, Vec2 world);

@@ -47,13 +47,6 @@ bool finite(Vec2 p)
     return std::isfinite(p.x) && std::isfinite(p.y);
 }
 
-Vec2 toLocal(const MetaBody& body, Vec2 world)
-{
-    const float c = std::cos(body.angle), s = std::sin(body.angle);
-    const Vec2 d = world - body.position;
-    return {c * d.x + s * d.y, -s * d.x + c * d.y};
-}
-
 // Makes an added item the only selected item of its kind.
 void selectOnly(ScriptDocument& document, MetaItem* item)
 {
@@ -132,7 +125,7 @@ MetaFixture* addFixture(ScriptDocument& document, ItemId bodyId, int shapeType, 
     }
     std::vector<Vec2> local;
     for (const Vec2& p : points)
-        local.push_back(toLocal(*body, p));
+        local.push_back(worldToBody(body, p));
     MetaFixture* fixture =
         ItemOps::addFixture(*body, 0, fixtureJson(world.uniqueName(ItemKind::Fixture), shapeType, local, radius));
     selectOnly(document, fixture);
@@ -159,7 +152,7 @@ MetaJoint* addJoint(ScriptDocument& document, int jointType, ItemId bodyAId, Ite
                     .arg(jointType == JOINT_DISTANCE ? QStringLiteral("length") : QStringLiteral("maxLength"),
                          number(length));
     } else {
-        json += QStringLiteral(",\"anchorA\":%1,\"anchorB\":%2").arg(vec(toLocal(*a, anchor)), vec(toLocal(*b, anchor)));
+        json += QStringLiteral(",\"anchorA\":%1,\"anchorB\":%2").arg(vec(worldToBody(a, anchor)), vec(worldToBody(b, anchor)));
         if (jointType == JOINT_WELD || jointType == JOINT_REVOLUTE || jointType == JOINT_PRISMATIC)
             json += QStringLiteral(",\"referenceAngle\":%1").arg(number(b->angle - a->angle));
     }

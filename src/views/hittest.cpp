@@ -6,22 +6,6 @@
 
 namespace
 {
-Vec2 toLocal(const MetaBody& body, Vec2 world)
-{
-    const float c = std::cos(body.angle), s = std::sin(body.angle);
-    const Vec2 d = world - body.position;
-    return {c * d.x + s * d.y, -s * d.x + c * d.y};
-}
-
-float segmentDistance(Vec2 p, Vec2 a, Vec2 b)
-{
-    const Vec2 ab = b - a;
-    const float len2 = ab.lengthSquared();
-    float t = len2 > 0 ? ((p.x - a.x) * ab.x + (p.y - a.y) * ab.y) / len2 : 0;
-    t = std::fmax(0.f, std::fmin(1.f, t));
-    return (p - (a + ab * t)).length();
-}
-
 bool insideRing(const std::vector<Vec2>& ring, Vec2 p)
 {
     bool inside = false;
@@ -39,16 +23,38 @@ float chainDistance(const std::vector<Vec2>& points, bool closed, Vec2 p)
     const size_t n = points.size();
     const size_t edges = closed ? n : n - 1;
     for (size_t i = 0; i < edges; ++i)
-        best = std::fmin(best, segmentDistance(p, points[i], points[(i + 1) % n]));
+        best = std::fmin(best, HitTest::segmentDistance(p, points[i], points[(i + 1) % n]));
     return best;
 }
 } // namespace
+
+float HitTest::segmentDistance(Vec2 p, Vec2 a, Vec2 b)
+{
+    const Vec2 ab = b - a;
+    const float len2 = ab.lengthSquared();
+    float t = len2 > 0 ? ((p.x - a.x) * ab.x + (p.y - a.y) * ab.y) / len2 : 0;
+    t = std::fmax(0.f, std::fmin(1.f, t));
+    return (p - (a + ab * t)).length();
+}
+
+std::optional<Vec2> HitTest::pointOnEdge(Vec2 p, Vec2 a, Vec2 b, float tolerance)
+{
+    const Vec2 ab = b - a;
+    const float len2 = ab.lengthSquared();
+    if (!(len2 > 0))
+        return std::nullopt;
+    const float t = ((p.x - a.x) * ab.x + (p.y - a.y) * ab.y) / len2;
+    const Vec2 foot = a + ab * t;
+    if (t <= 0 || t >= 1 || (foot - p).length() > tolerance)
+        return std::nullopt;
+    return foot;
+}
 
 bool HitTest::fixtureContains(const MetaFixture& fixture, Vec2 point, float tolerance)
 {
     if (!fixture.body())
         return false;
-    const Vec2 p = toLocal(*fixture.body(), point);
+    const Vec2 p = worldToBody(fixture.body(), point);
     const std::vector<Vec2>& v = fixture.vertices();
     for (const MetaShape& shape : fixture.shapes()) {
         const float radius = shape.isRounded() ? shape.radius() : 0;

@@ -2,6 +2,8 @@
 
 #include "base/types.h"
 
+#include <optional>
+
 class MetaBody;
 class MetaFixture;
 class MetaWorld;
@@ -10,6 +12,11 @@ class MetaWorld;
 /// search runs from the last body and fixture backwards.
 namespace HitTest
 {
+/// Distance from `p` to the segment a-b.
+float segmentDistance(Vec2 p, Vec2 a, Vec2 b);
+/// The point of the edge a-b nearest to `p` when it lies strictly between
+/// a and b and within `tolerance` of `p` (where a click inserts a point).
+std::optional<Vec2> pointOnEdge(Vec2 p, Vec2 a, Vec2 b, float tolerance);
 /// True when `point` (world) lies in the fixture or within `tolerance` of its
 /// outline (lines, loops, thin shapes).
 bool fixtureContains(const MetaFixture& fixture, Vec2 point, float tolerance);

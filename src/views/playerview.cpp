@@ -164,8 +164,12 @@ void PlayerView::paintGL()
         if (mutex)
             mutex->unlock();
     }
-    if (m_textures)
+    // A running scene paints every frame: its image files are looked at on
+    // disk once a second, not at every frame.
+    if (m_textures && (!m_textureCheck.isValid() || m_textureCheck.hasExpired(1000))) {
         m_textures->refresh();
+        m_textureCheck.start();
+    }
     m_renderer.upload(m_frame, *m_textures);
     ViewColors colors = m_colors;
     colors.background = m_colors.playerBackground;

@@ -7,6 +7,8 @@
 #include "views/viewcamera.h"
 #include "views/viewcolors.h"
 
+#include <QElapsedTimer>
+
 #include <memory>
 
 class TextureCache;
@@ -81,6 +83,7 @@ private:
     SceneGeometry m_frame;
     bool m_geometryBuilt = false;
     bool m_fitPending = true;
+    QElapsedTimer m_textureCheck; ///< when the image files were last looked at
     bool m_panning = false;
     QPointF m_lastPixel;
 };

@@ -24,12 +24,6 @@ bool finite(Vec2 p)
     return std::isfinite(p.x) && std::isfinite(p.y);
 }
 
-Vec2 bodyPoint(const MetaBody& body, Vec2 local)
-{
-    const float c = std::cos(body.angle), s = std::sin(body.angle);
-    return {body.position.x + c * local.x - s * local.y, body.position.y + s * local.x + c * local.y};
-}
-
 QColor withAlpha(QColor colour, int alpha)
 {
     colour.setAlpha(alpha);
@@ -53,7 +47,7 @@ bool bodyBox(const MetaBody& body, Vec2* lo, Vec2* hi, float* typicalSize)
             radius = std::max(radius, std::isfinite(shape.radius()) ? std::fabs(shape.radius()) : 0.f);
         Vec2 flo{INFINITY, INFINITY}, fhi{-INFINITY, -INFINITY};
         for (const Vec2& v : fixture->vertices()) {
-            const Vec2 p = bodyPoint(body, v);
+            const Vec2 p = bodyToWorld(&body, v);
             flo = {std::min(flo.x, p.x - radius), std::min(flo.y, p.y - radius)};
             fhi = {std::max(fhi.x, p.x + radius), std::max(fhi.y, p.y + radius)};
         }
@@ -206,7 +200,7 @@ private:
             points.reserve(fixture->vertices().size());
             bool usable = true;
             for (const Vec2& v : fixture->vertices()) {
-                const Vec2 p = m_bodyLocal ? v : place(placement, bodyPoint(body, v));
+                const Vec2 p = m_bodyLocal ? v : place(placement, bodyToWorld(&body, v));
                 usable = usable && finite(p);
                 points.push_back(p);
             }
@@ -243,7 +237,7 @@ private:
                 continue;
             const auto& vertices = fixture->vertices();
             for (size_t i = 0; i < vertices.size(); ++i) {
-                const Vec2 p = place(placement, bodyPoint(body, vertices[i]));
+                const Vec2 p = place(placement, bodyToWorld(&body, vertices[i]));
                 if (!finite(p))
                     continue;
                 const bool picked = selection->containsVertex(fixture->id(), int(i));
@@ -259,7 +253,7 @@ private:
             for (const Vec2& v : fixture->vertices())
                 sum = {sum.x + v.x, sum.y + v.y};
             const float n = float(fixture->vertices().size());
-            label(bodyPoint(body, {sum.x / n, sum.y / n}), *fixture,
+            label(bodyToWorld(&body, {sum.x / n, sum.y / n}), *fixture,
                   selection->contains(ItemKind::Fixture, fixture->id()));
         }
     }
@@ -272,8 +266,8 @@ private:
         QColor colour = selected ? m_colors.jointSelected : m_colors.joint;
         if (!selection)
             colour = dimmed(colour);
-        const Vec2 a = place(placement, bodyPoint(*joint.bodyA, joint.anchorA));
-        const Vec2 b = place(placement, bodyPoint(*joint.bodyB, joint.anchorB));
+        const Vec2 a = place(placement, bodyToWorld(joint.bodyA, joint.anchorA));
+        const Vec2 b = place(placement, bodyToWorld(joint.bodyB, joint.anchorB));
         if (!finite(a) || !finite(b))
             return;
         const Vec2 originA = place(placement, joint.bodyA->position);
@@ -304,7 +298,7 @@ private:
             bool usable = true;
             for (size_t i = 0; i < 4; ++i) {
                 const Vec2 local = quad.corners[i];
-                const Vec2 p = place(placement, image->body ? bodyPoint(*image->body, local) : local);
+                const Vec2 p = place(placement, bodyToWorld(image->body, local));
                 usable = usable && finite(p);
                 draw.corners[i] = p;
             }

@@ -25,23 +25,6 @@ bool finite(Vec2 p)
     return std::isfinite(p.x) && std::isfinite(p.y);
 }
 
-Vec2 bodyPoint(const MetaBody* body, Vec2 local)
-{
-    if (!body)
-        return local;
-    const float c = std::cos(body->angle), s = std::sin(body->angle);
-    return {body->position.x + c * local.x - s * local.y, body->position.y + s * local.x + c * local.y};
-}
-
-float segmentDistance(Vec2 p, Vec2 a, Vec2 b)
-{
-    const Vec2 ab = b - a;
-    const float len2 = ab.lengthSquared();
-    float t = len2 > 0 ? ((p.x - a.x) * ab.x + (p.y - a.y) * ab.y) / len2 : 0;
-    t = std::clamp(t, 0.f, 1.f);
-    return (p - (a + ab * t)).length();
-}
-
 bool insideQuad(const std::array<Vec2, 4>& q, Vec2 p)
 {
     bool inside = false;
@@ -80,7 +63,7 @@ bool objectBounds(const MetaObject& object, Vec2* lo, Vec2* hi)
     for (const auto& body : object.objectDocument->world().bodies()) {
         for (const auto& fixture : body->fixtures()) {
             for (const Vec2& v : fixture->vertices()) {
-                const Vec2 p = placement.applyToPoint(bodyPoint(body.get(), v));
+                const Vec2 p = placement.applyToPoint(bodyToWorld(body.get(), v));
                 if (finite(p))
                     grow(*lo, *hi, p);
             }
@@ -117,7 +100,7 @@ void ScenePicker::build(const MetaWorld& world, const QString& sceneFilePath)
                                m_vertices.size(), fixture->vertices().size()};
             bool usable = true;
             for (const Vec2& v : fixture->vertices()) {
-                const Vec2 p = bodyPoint(body.get(), v);
+                const Vec2 p = bodyToWorld(body.get(), v);
                 usable = usable && finite(p);
                 m_vertices.push_back(p);
                 grow(entry.lo, entry.hi, p);
@@ -141,8 +124,8 @@ void ScenePicker::build(const MetaWorld& world, const QString& sceneFilePath)
     for (const auto& joint : world.joints()) {
         if (!joint->bodyA || !joint->bodyB)
             continue;
-        BoxEntry e{ItemKind::Joint, joint->id(), {}, {}, {}, bodyPoint(joint->bodyA, joint->anchorA),
-                   bodyPoint(joint->bodyB, joint->anchorB)};
+        BoxEntry e{ItemKind::Joint, joint->id(), {}, {}, {}, bodyToWorld(joint->bodyA, joint->anchorA),
+                   bodyToWorld(joint->bodyB, joint->anchorB)};
         if (!finite(e.a) || !finite(e.b))
             continue;
         e.lo = {std::min(e.a.x, e.b.x), std::min(e.a.y, e.b.y)};
@@ -153,7 +136,7 @@ void ScenePicker::build(const MetaWorld& world, const QString& sceneFilePath)
         const ImageQuad quad = computeImageQuad(*image);
         BoxEntry e{ItemKind::Image, image->id(), {INFINITY, INFINITY}, {-INFINITY, -INFINITY}, {}, {}, {}};
         for (size_t i = 0; i < 4; ++i) {
-            e.quad[i] = bodyPoint(image->body, quad.corners[i]);
+            e.quad[i] = bodyToWorld(image->body, quad.corners[i]);
             grow(e.lo, e.hi, e.quad[i]);
         }
         if (finite(e.lo) && finite(e.hi))
@@ -306,7 +289,7 @@ std::vector<PickHit> ScenePicker::pick(EditMode mode, Vec2 point, float toleranc
             bool hit = false;
             if (kind == ItemKind::Joint)
                 hit = (e.a - point).length() <= tolerance * 2 || (e.b - point).length() <= tolerance * 2 ||
-                      segmentDistance(point, e.a, e.b) <= tolerance;
+                      HitTest::segmentDistance(point, e.a, e.b) <= tolerance;
             else if (kind == ItemKind::Object)
                 hit = within(point, e.lo, e.hi) || (e.a - point).length() <= tolerance * 2;
             else

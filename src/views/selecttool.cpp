@@ -3,13 +3,14 @@
 #include "document/editordocument.h"
 #include "editing/selection.h"
 #include "model/metaworld.h"
-#include "script/selectionchange.h"
 #include "editing/scriptcommand.h"
 #include "sampling/samplerframe.h"
+#include "script/selectionchange.h"
 #include "script/scriptdocument.h"
 #include "script/scriptpath.h"
 #include "script/selectionedits.h"
 #include "views/editorview.h"
+#include "views/hittest.h"
 
 #include <QMenu>
 #include <QMouseEvent>
@@ -25,6 +26,24 @@ constexpr double kDragPixels = 4;
 std::pair<ItemId, int> refOf(const PickHit& hit)
 {
     return {hit.id, hit.vertex};
+}
+
+// Calls visit(sampler id, path index, path, sampler frame) for each path of
+// the selected samplers until it returns true; true when one did.
+template <class Visit>
+bool visitSelectedPaths(EditorDocument& doc, Visit visit)
+{
+    for (ItemId id : doc.selection().items(ItemKind::Sampler)) {
+        const MetaSampler* sampler = doc.world().findSampler(id);
+        if (!sampler)
+            continue;
+        const SamplerFrame frame = SamplerFrame::of(*sampler);
+        for (size_t p = 0; p < sampler->paths.size(); ++p) {
+            if (visit(id, int(p), sampler->paths[p], frame))
+                return true;
+        }
+    }
+    return false;
 }
 
 SelectionChangeMode changeMode(Qt::KeyboardModifiers modifiers, bool box)
@@ -61,23 +80,19 @@ QString SelectTool::describe(const MetaWorld& world, const PickHit& hit)
 
 std::optional<SelectTool::ControlPoint> SelectTool::controlPointAt(QPointF pixel)
 {
-    EditorDocument& doc = m_view.document();
     const Vec2 point = m_view.camera().toWorld(pixel);
     const float reach = m_view.pickTolerance() * 1.5f;
-    for (ItemId id : doc.selection().items(ItemKind::Sampler)) {
-        const MetaSampler* sampler = doc.world().findSampler(id);
-        if (!sampler)
-            continue;
-        const SamplerFrame frame = SamplerFrame::of(*sampler);
-        for (size_t p = 0; p < sampler->paths.size(); ++p) {
-            const auto& points = sampler->paths[p].controlPoints;
-            for (size_t i = 0; i < points.size(); ++i) {
-                if ((frame.toWorld(points[i]) - point).length() <= reach)
-                    return ControlPoint{id, int(p), int(i)};
+    std::optional<ControlPoint> found;
+    visitSelectedPaths(m_view.document(), [&](ItemId id, int p, const MetaPath& path, const SamplerFrame& frame) {
+        for (size_t i = 0; i < path.controlPoints.size(); ++i) {
+            if ((frame.toWorld(path.controlPoints[i]) - point).length() <= reach) {
+                found = ControlPoint{id, p, int(i)};
+                return true;
             }
         }
-    }
-    return std::nullopt;
+        return false;
+    });
+    return found;
 }
 
 bool SelectTool::editPathAt(QMouseEvent* event)
@@ -92,32 +107,22 @@ bool SelectTool::editPathAt(QMouseEvent* event)
         return true;
     }
     // A double click on a path puts a point there.
-    for (ItemId id : doc.selection().items(ItemKind::Sampler)) {
-        const MetaSampler* sampler = doc.world().findSampler(id);
-        if (!sampler)
-            continue;
-        const SamplerFrame frame = SamplerFrame::of(*sampler);
-        for (size_t p = 0; p < sampler->paths.size(); ++p) {
-            const MetaPath& path = sampler->paths[p];
-            const size_t n = path.controlPoints.size();
-            const size_t edges = path.type == SHAPE_LINE ? (n > 0 ? n - 1 : 0) : n;
-            for (size_t i = 0; i < edges && n >= 2; ++i) {
-                const Vec2 a = frame.toWorld(path.controlPoints[i]);
-                const Vec2 b = frame.toWorld(path.controlPoints[(i + 1) % n]);
-                const Vec2 ab = b - a;
-                const float len2 = ab.lengthSquared();
-                const float t = len2 > 0 ? ((point.x - a.x) * ab.x + (point.y - a.y) * ab.y) / len2 : -1;
-                if (t <= 0 || t >= 1 || ((a + ab * t) - point).length() > m_view.pickTolerance())
-                    continue;
-                UndoMacroScope macro(doc.undoStack(), QObject::tr("insert control point"));
-                ScriptPath handle = PathApi::getPath(int(id), int(p));
-                const Vec2 local = frame.toLocal(a + ab * t);
-                PathApi::addControlPoint(&handle, int(i) + 1, local.x, local.y);
-                return true;
-            }
+    return visitSelectedPaths(doc, [&](ItemId id, int p, const MetaPath& path, const SamplerFrame& frame) {
+        const size_t n = path.controlPoints.size();
+        const size_t edges = n < 2 ? 0 : path.type == SHAPE_LINE ? n - 1 : n;
+        for (size_t i = 0; i < edges; ++i) {
+            const auto foot = HitTest::pointOnEdge(point, frame.toWorld(path.controlPoints[i]),
+                                                   frame.toWorld(path.controlPoints[(i + 1) % n]), m_view.pickTolerance());
+            if (!foot)
+                continue;
+            UndoMacroScope macro(doc.undoStack(), QObject::tr("insert control point"));
+            ScriptPath handle = PathApi::getPath(int(id), p);
+            const Vec2 local = frame.toLocal(*foot);
+            PathApi::addControlPoint(&handle, int(i) + 1, local.x, local.y);
+            return true;
         }
-    }
-    return false;
+        return false;
+    });
 }
 
 bool SelectTool::mousePress(QMouseEvent* event)
@@ -220,20 +225,12 @@ bool SelectTool::mouseDoubleClick(QMouseEvent* event)
             continue;
         const size_t n = fixture->vertices().size();
         for (size_t i = 0; i < n; ++i) {
-            const Vec2 a = m_view.picker().vertexPosition(id, int(i));
-            const Vec2 b = m_view.picker().vertexPosition(id, int((i + 1) % n));
-            const Vec2 ab = b - a;
-            const float len2 = ab.lengthSquared();
-            if (len2 <= 0)
-                continue;
-            const float t = ((point.x - a.x) * ab.x + (point.y - a.y) * ab.y) / len2;
-            if (t <= 0 || t >= 1 || ((a + ab * t) - point).length() > tolerance)
+            const auto foot = HitTest::pointOnEdge(point, m_view.picker().vertexPosition(id, int(i)),
+                                                   m_view.picker().vertexPosition(id, int((i + 1) % n)), tolerance);
+            if (!foot)
                 continue;
             // The new vertex goes between i and i + 1, in body coordinates.
-            const MetaBody* body = fixture->body();
-            const float c = std::cos(body->angle), s = std::sin(body->angle);
-            const Vec2 d = (a + ab * t) - body->position;
-            SelectionEdits::insertVertex(doc, id, int(i) + 1, {c * d.x + s * d.y, -s * d.x + c * d.y});
+            SelectionEdits::insertVertex(doc, id, int(i) + 1, worldToBody(fixture->body(), *foot));
             m_view.showStatus(QObject::tr("Inserted a vertex into %1").arg(fixture->name()));
             return true;
         }

@@ -2,6 +2,7 @@
 // paused, bodies dragged with the mouse, reloaded, closed.
 #include "app/editorworkspace.h"
 #include "app/mainwindow.h"
+#include "mainwindowtesting.h"
 #include "base/settings.h"
 #include "document/editordocument.h"
 #include "model/metaworld.h"
@@ -23,17 +24,14 @@ using namespace GuiTesting;
 
 namespace
 {
-class PlayerViewTest : public ::testing::Test
+class PlayerViewTest : public MainWindowTest
 {
 protected:
     void SetUp() override
     {
-        ASSERT_TRUE(dir.isValid());
-        openAppSettings()->clear();
-        window = std::make_unique<MainWindow>();
-        window->resize(1100, 800);
-        window->show();
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
+        MainWindowTest::SetUp();
+        if (HasFatalFailure())
+            return;
         path = copyExample(dir);
         editor = window->workspace()->openFile(path);
         ASSERT_NE(editor, nullptr);
@@ -62,9 +60,7 @@ protected:
         return nullptr;
     }
 
-    QTemporaryDir dir;
     QString path;
-    std::unique_ptr<MainWindow> window;
     EditorView* editor = nullptr;
 };
 } // namespace

@@ -2,6 +2,7 @@
 // one undo step each through the script API, and custom properties.
 #include "app/editorworkspace.h"
 #include "app/mainwindow.h"
+#include "mainwindowtesting.h"
 #include "base/settings.h"
 #include "document/editordocument.h"
 #include "model/metaworld.h"
@@ -21,17 +22,14 @@ using namespace GuiTesting;
 
 namespace
 {
-class PropertiesTest : public ::testing::Test
+class PropertiesTest : public MainWindowTest
 {
 protected:
     void SetUp() override
     {
-        ASSERT_TRUE(dir.isValid());
-        openAppSettings()->clear();
-        window = std::make_unique<MainWindow>();
-        window->resize(1100, 800);
-        window->show();
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
+        MainWindowTest::SetUp();
+        if (HasFatalFailure())
+            return;
         EditorView* view = window->workspace()->openFile(copyExample(dir));
         ASSERT_NE(view, nullptr);
         doc = &view->document();
@@ -57,8 +55,6 @@ protected:
     }
     QString lastText() const { return doc->undoStack().text(doc->undoStack().index() - 1); }
 
-    QTemporaryDir dir;
-    std::unique_ptr<MainWindow> window;
     EditorDocument* doc = nullptr;
     PropertiesPanel* panel = nullptr;
 };

@@ -4,6 +4,7 @@
 #include "app/editactions.h"
 #include "app/editorworkspace.h"
 #include "app/mainwindow.h"
+#include "mainwindowtesting.h"
 #include "base/settings.h"
 #include "document/editordocument.h"
 #include "io/scenewriter.h"
@@ -33,17 +34,14 @@ using namespace GuiTesting;
 
 namespace
 {
-class ViewEditingTest : public ::testing::Test
+class ViewEditingTest : public MainWindowTest
 {
 protected:
     void SetUp() override
     {
-        ASSERT_TRUE(dir.isValid());
-        openAppSettings()->clear();
-        window = std::make_unique<MainWindow>();
-        window->resize(1100, 800);
-        window->show();
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
+        MainWindowTest::SetUp();
+        if (HasFatalFailure())
+            return;
         path = copyExample(dir);
         view = window->workspace()->openFile(path);
         ASSERT_NE(view, nullptr);
@@ -86,9 +84,7 @@ protected:
         return {b.position.x + c * local.x - s * local.y, b.position.y + s * local.x + c * local.y};
     }
 
-    QTemporaryDir dir;
     QString path;
-    std::unique_ptr<MainWindow> window;
     EditorView* view = nullptr;
     EditorDocument* doc = nullptr;
 };

@@ -2,6 +2,7 @@
 // the mouse, editing in the properties panel, undo through the menu, saving.
 #include "app/editorworkspace.h"
 #include "app/mainwindow.h"
+#include "mainwindowtesting.h"
 #include "app/recentfiles.h"
 #include "base/settings.h"
 #include "document/editordocument.h"
@@ -28,19 +29,9 @@ using namespace GuiTesting;
 
 namespace
 {
-class WorkspaceTest : public ::testing::Test
+class WorkspaceTest : public MainWindowTest
 {
 protected:
-    void SetUp() override
-    {
-        ASSERT_TRUE(dir.isValid());
-        openAppSettings()->clear();
-        window = std::make_unique<MainWindow>();
-        window->resize(1100, 800);
-        window->show();
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
-    }
-
     EditorWorkspace& workspace() { return *window->workspace(); }
     QList<QMdiSubWindow*> subWindows() { return window->mdiArea()->subWindowList(); }
     EditorView* activeView() { return qobject_cast<EditorView*>(workspace().activeView()); }
@@ -55,8 +46,6 @@ protected:
         return view;
     }
 
-    QTemporaryDir dir;
-    std::unique_ptr<MainWindow> window;
 };
 } // namespace
 
