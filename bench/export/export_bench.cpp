@@ -22,12 +22,6 @@
 
 namespace
 {
-double median(std::vector<double> values)
-{
-    std::sort(values.begin(), values.end());
-    return values.empty() ? 0 : values[values.size() / 2];
-}
-
 void timeStages(int bodies, int runs)
 {
     QTemporaryDir dir;

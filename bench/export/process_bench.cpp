@@ -58,12 +58,6 @@ ProcessRun runProcess(const std::vector<std::string>& arguments, const QString& 
     return run;
 }
 
-double median(std::vector<double> values)
-{
-    std::sort(values.begin(), values.end());
-    return values.empty() ? 0 : values[values.size() / 2];
-}
-
 void compareWithJsoncpp(int bodies, int pairs)
 {
     QTemporaryDir dir;

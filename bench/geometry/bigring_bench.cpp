@@ -2,7 +2,9 @@
 // whole raw-info export (scene file load, world build, write) of one star
 // ring of 1k, 10k and 100k vertices with radii alternating 100 and 200, and
 // of a traced-outline-like ring (a wobbly blob sampled densely, so that most
-// corners are nearly straight). PLAX_BENCH_MAX_VERTICES caps the sizes.
+// corners are nearly straight), with the growth from each size to four times
+// it. Every figure is the median of three runs. PLAX_BENCH_MAX_VERTICES caps
+// the sizes (100,000 unless set; 400,000 is the largest).
 #include "../bench.h"
 
 #include "geometry/decomposition.h"
@@ -63,14 +65,18 @@ int maxVertices()
     return text ? std::atoi(text) : 100000;
 }
 
-void runRing(const char* family, const std::vector<Vec2>& ring)
+struct RingTimes
 {
-    bool crossing = false;
-    const double check = timeSeconds([&] { crossing = ringSelfIntersects(ring); });
-    PolygonDecomposition d;
-    const double decomposition =
-        timeSeconds([&] { d = decomposePolygon(ring, crossing, DecompositionMethod::Bayazit); });
+    double check = 0;
+    double decomposition = 0;
+    double exported = 0;
+};
 
+// Each stage is timed kRuns times; the figures are the medians.
+constexpr int kRuns = 3;
+
+RingTimes runRing(const char* family, const std::vector<Vec2>& ring)
+{
     // The whole export as the batch tool does it, from a scene file on disk.
     QTemporaryDir dir;
     const QString scenePath = dir.filePath(QStringLiteral("ring.plax"));
@@ -86,33 +92,67 @@ void runRing(const char* family, const std::vector<Vec2>& ring)
         world.addFixture(added, std::move(fixture), 0, QStringLiteral("outline"));
         saveSceneFile(world, scenePath);
     }
-    std::unique_ptr<MetaWorld> scene;
-    const double load = timeSeconds([&] { scene = loadSceneFile(scenePath); });
-    std::unique_ptr<WorldBuild> build;
-    const double worldBuild = timeSeconds([&] {
-        build = std::make_unique<WorldBuild>(*scene, DecompositionMethod::Bayazit);
-        build->addScene(*scene);
-    });
-    const double write = timeSeconds([&] {
-        writeRawInfoFile(*build, *scene, ExportPropertyFilter(scene->excludedJsonExportProperties), exportPath);
-    });
+
+    std::vector<double> checks, decompositions, attempts, triangulations, loads, builds, writes, exports;
+    bool crossing = false;
+    PolygonDecomposition d;
+    for (int run = 0; run < kRuns; ++run) {
+        checks.push_back(timeSeconds([&] { crossing = ringSelfIntersects(ring); }));
+        decompositions.push_back(
+            timeSeconds([&] { d = decomposePolygon(ring, crossing, DecompositionMethod::Bayazit); }));
+        // The two stages apart: the Bayazit attempt (which may fail) and the triangulation.
+        std::vector<std::vector<Vec2>> pieces;
+        attempts.push_back(timeSeconds([&] { bayazitPieces(ring, pieces); }));
+        std::vector<SkippedTriangle> skipped;
+        pieces.clear();
+        triangulations.push_back(timeSeconds([&] { triangulationPieces(ring, pieces, skipped); }));
+
+        std::unique_ptr<MetaWorld> scene;
+        const double load = timeSeconds([&] { scene = loadSceneFile(scenePath); });
+        std::unique_ptr<WorldBuild> build;
+        const double worldBuild = timeSeconds([&] {
+            build = std::make_unique<WorldBuild>(*scene, DecompositionMethod::Bayazit);
+            build->addScene(*scene);
+        });
+        const double write = timeSeconds([&] {
+            writeRawInfoFile(*build, *scene, ExportPropertyFilter(scene->excludedJsonExportProperties), exportPath);
+        });
+        loads.push_back(load);
+        builds.push_back(worldBuild);
+        writes.push_back(write);
+        exports.push_back(load + worldBuild + write);
+    }
     const char* how = d.refusal != PolygonDecomposition::Refusal::None ? "refused"
                       : d.triangulated                                   ? "triangulated"
                                                                          : "bayazit";
-    std::printf("%-7s n=%6zu  check %8.4f s  decomposition %8.4f s (%zu pieces, %s)  export %8.4f s "
-                "(load %.4f, build %.4f, write %.4f)\n",
-                family, ring.size(), check, decomposition, d.pieces.size(), how, load + worldBuild + write, load,
-                worldBuild, write);
+    const RingTimes times{median(checks), median(decompositions), median(exports)};
+    std::printf("%-7s n=%6zu  check %7.4f s  decomposition %7.4f s (%zu pieces, %s; attempt %.4f, "
+                "triangulation %.4f)  export %7.4f s (load %.4f, build %.4f, write %.4f)\n",
+                family, ring.size(), times.check, times.decomposition, d.pieces.size(), how, median(attempts),
+                median(triangulations), times.exported, median(loads), median(builds), median(writes));
+    return times;
+}
+
+// Runs a family at each size and prints how the time grows from a size to four times it.
+void runFamily(const char* family, std::vector<Vec2> (*make)(int))
+{
+    std::vector<std::pair<int, RingTimes>> runs;
+    for (int n : {1000, 4000, 10000, 25000, 100000, 400000}) {
+        if (n <= maxVertices())
+            runs.emplace_back(n, runRing(family, make(n)));
+    }
+    for (const auto& [n, small] : runs) {
+        for (const auto& [m, large] : runs) {
+            if (m == 4 * n)
+                std::printf("%-7s n=%6d -> %6d  check x%.1f  decomposition x%.1f  export x%.1f\n", family, n, m,
+                            large.check / small.check, large.decomposition / small.decomposition,
+                            large.exported / small.exported);
+        }
+    }
 }
 
 const bool s_registered = registerBench("geometry/big-rings", [] {
-    for (int n : {1000, 10000, 25000, 100000}) {
-        if (n <= maxVertices())
-            runRing("star", starRing(n));
-    }
-    for (int n : {1000, 10000, 25000, 100000}) {
-        if (n <= maxVertices())
-            runRing("traced", tracedRing(n));
-    }
+    runFamily("star", starRing);
+    runFamily("traced", tracedRing);
 });
 } // namespace

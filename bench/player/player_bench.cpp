@@ -112,12 +112,6 @@ private:
     ElapsedPlayerClock m_wall;
 };
 
-double median(std::vector<double> v)
-{
-    std::sort(v.begin(), v.end());
-    return v[v.size() / 2];
-}
-
 const bool s_registered = registerBench("player/step-10k-bodies", [] {
     EditorDocument document;
     buildScene(document);

@@ -38,6 +38,8 @@ struct RingState
     // Edge scans made over this ring; past a few, it gets a grid of its edges.
     long long scanned = 0;
     std::unique_ptr<EdgeGrid> edges;
+    // Number of the check call that judged this ring as a finished piece, or -1.
+    int made = -1;
 };
 
 struct Hit
@@ -66,8 +68,10 @@ public:
         m_pending.push_back(r);
     }
 
-    BayazitOutcome run(std::vector<Ring>& pieces)
+    BayazitOutcome run(std::vector<Ring>& pieces, std::vector<int>* made)
     {
+        if (!judgeIfFinished(m_pending.back()))
+            return BayazitOutcome::PieceRejected;
         // Every split resolves one reflex vertex, so a simple ring needs fewer
         // splits than it has vertices; the budget stops rings that are not simple.
         size_t budget = 2 * m_points.size() + 8;
@@ -76,16 +80,17 @@ public:
             m_pending.pop_back();
             const int reflex = firstReflex(r);
             if (reflex < 0) {
-                Ring piece = finish(r);
-                if (m_check && !m_check(piece))
-                    return BayazitOutcome::PieceRejected;
-                pieces.push_back(std::move(piece));
+                if (made)
+                    made->push_back(m_rings[size_t(r)].made);
+                pieces.push_back(finish(r));
                 continue;
             }
             if (budget-- == 0)
                 return BayazitOutcome::Refused;
             if (!split(r, reflex))
                 return BayazitOutcome::Refused;
+            if (m_rejected)
+                return BayazitOutcome::PieceRejected;
         }
         return BayazitOutcome::Done;
     }
@@ -427,7 +432,7 @@ private:
         m_prev[size_t(i2)] = pi;
         m_next[size_t(i2)] = b2;
         m_prev[size_t(b2)] = i2;
-        finishSplit(r, i, lowerSize, b2, upperSize, lowerShorter);
+        const auto halves = finishSplit(r, i, lowerSize, b2, upperSize, lowerShorter);
         edgeChanged(best);
         edgeChanged(b2);
         edgeChanged(i2);
@@ -435,6 +440,7 @@ private:
         updateReflex(owner(best), best);
         updateReflex(owner(b2), b2);
         updateReflex(owner(i2), i2);
+        judgeHalves(halves);
     }
 
     // The ring i..u, s keeps i's nodes; s', l..i gets copies of s and i.
@@ -470,20 +476,21 @@ private:
         m_prev[size_t(i2)] = pi;
         m_next[size_t(i2)] = s2;
         m_prev[size_t(s2)] = i2;
-        finishSplit(r, i, lowerSize, s2, upperSize, lowerShorter);
+        const auto halves = finishSplit(r, i, lowerSize, s2, upperSize, lowerShorter);
         edgeChanged(u);
         edgeChanged(s);
         edgeChanged(s2);
         edgeChanged(i2);
         for (int node : {i, u, s, s2, l, i2})
             updateReflex(owner(node), node);
+        judgeHalves(halves);
     }
 
     int owner(int node) const { return m_owner[size_t(node)]; }
 
     // Gives the smaller half a new ring (moving its nodes there) and queues
     // both halves, the lower one (starting at i) to be taken first.
-    void finishSplit(int r, int i, int lowerSize, int upperHead, int upperSize, bool lowerSmaller)
+    std::pair<int, int> finishSplit(int r, int i, int lowerSize, int upperHead, int upperSize, bool lowerSmaller)
     {
         const int fresh = newRing();
         const int lowerRing = lowerSmaller ? fresh : r;
@@ -495,9 +502,18 @@ private:
         m_rings[size_t(upperRing)].size = upperSize;
         m_pending.push_back(upperRing);
         m_pending.push_back(lowerRing);
+        return {lowerRing, upperRing};
     }
 
-    Ring finish(int r)
+    // Judges the halves of a split that are finished pieces, lower first.
+    void judgeHalves(std::pair<int, int> halves)
+    {
+        if (judgeIfFinished(halves.first))
+            judgeIfFinished(halves.second);
+    }
+
+    // The points of ring r from its head.
+    Ring pointsOf(int r) const
     {
         Ring piece;
         piece.reserve(size_t(m_rings[size_t(r)].size));
@@ -505,6 +521,32 @@ private:
         int node = head;
         do {
             piece.push_back(at(node));
+            node = next(node);
+        } while (node != head);
+        return piece;
+    }
+
+    // A ring without reflex vertices stays as it is until it is taken as a
+    // piece, so it is judged now: a bad piece ends the decomposition before
+    // the rest of the ring is worked through. False when the check turns it down.
+    bool judgeIfFinished(int r)
+    {
+        RingState& ring = m_rings[size_t(r)];
+        if (!ring.reflex.empty() || !m_check)
+            return true;
+        ring.made = m_madeCount++;
+        if (m_check(pointsOf(r)))
+            return true;
+        m_rejected = true;
+        return false;
+    }
+
+    Ring finish(int r)
+    {
+        Ring piece = pointsOf(r);
+        const int head = m_rings[size_t(r)].head;
+        int node = head;
+        do {
             m_owner[size_t(node)] = -1;
             m_record[size_t(node)] = -1;
             node = next(node);
@@ -520,13 +562,18 @@ private:
     std::vector<double> m_key;
     std::vector<RingState> m_rings;
     std::vector<int> m_pending;
+    // Check calls made so far, and whether one turned its piece down.
+    int m_madeCount = 0;
+    bool m_rejected = false;
 };
 } // namespace
 
 BayazitOutcome bayazitDecompose(const std::vector<DVec2>& ring, std::vector<std::vector<DVec2>>& pieces,
-                                const BayazitPieceCheck& check)
+                                const BayazitPieceCheck& check, std::vector<int>* made)
 {
     pieces.clear();
+    if (made)
+        made->clear();
     if (ring.size() < 3)
         return BayazitOutcome::Refused;
     for (const DVec2& p : ring) {
@@ -536,9 +583,12 @@ BayazitOutcome bayazitDecompose(const std::vector<DVec2>& ring, std::vector<std:
     if (!(signedArea(ring) > 0))
         return BayazitOutcome::Refused;
     Engine engine(ring, check);
-    const BayazitOutcome outcome = engine.run(pieces);
-    if (outcome != BayazitOutcome::Done)
+    const BayazitOutcome outcome = engine.run(pieces, made);
+    if (outcome != BayazitOutcome::Done) {
         pieces.clear();
+        if (made)
+            made->clear();
+    }
     return outcome;
 }
 

@@ -16,7 +16,7 @@ enum class BayazitOutcome
     PieceRejected,
 };
 
-/// Judges each finished piece as soon as it is made; false stops the decomposition.
+/// Judges a finished piece as soon as it is made; false stops the decomposition.
 using BayazitPieceCheck = std::function<bool(const std::vector<DVec2>&)>;
 
 /// Bayazit's convex decomposition of a simple counter-clockwise ring.
@@ -37,11 +37,17 @@ using BayazitPieceCheck = std::function<bool(const std::vector<DVec2>&)>;
 ///
 /// Refused, with no pieces: fewer than three points, non-finite coordinates, a
 /// clockwise or zero-area ring, a reflex vertex whose edges hit nothing or see
-/// no vertex, or a split budget exceeded (rings that are not simple). Each
-/// finished piece is handed to `check` (when given) in order; the first one it
-/// turns down ends the decomposition with PieceRejected and no pieces.
+/// no vertex, or a split budget exceeded (rings that are not simple).
+///
+/// Each piece is handed to `check` (when given) once, as soon as it is made: a
+/// split half without reflex vertices (or a convex ring) is a finished piece
+/// long before its turn in the output comes, so a bad piece ends the work
+/// early. The first piece it turns down ends the decomposition with
+/// PieceRejected and no pieces. The check calls come in the order the pieces
+/// are made, which is not the order of `pieces`; `made` (when given) receives,
+/// for each entry of `pieces`, the number of the check call that judged it.
 BayazitOutcome bayazitDecompose(const std::vector<DVec2>& ring, std::vector<std::vector<DVec2>>& pieces,
-                                const BayazitPieceCheck& check);
+                                const BayazitPieceCheck& check, std::vector<int>* made = nullptr);
 
 /// The decomposition without a piece check; false when refused.
 bool bayazitDecompose(const std::vector<DVec2>& ring, std::vector<std::vector<DVec2>>& pieces);

@@ -104,7 +104,8 @@ bool box2DReadyParts(const std::vector<Vec2>& part, std::vector<std::vector<Vec2
 BayazitFailure bayazitPieces(const std::vector<Vec2>& ring, std::vector<std::vector<Vec2>>& pieces)
 {
     pieces.clear();
-    std::vector<std::vector<Vec2>> result;
+    // Box2D-ready parts of each piece, in the order the pieces were made.
+    std::vector<std::vector<std::vector<Vec2>>> made;
     BayazitFailure failure = BayazitFailure::None;
     auto accept = [&](const std::vector<DVec2>& piece) {
         failure = failureFor(checkConvexPiece(piece));
@@ -112,19 +113,25 @@ BayazitFailure bayazitPieces(const std::vector<Vec2>& ring, std::vector<std::vec
             return false;
         std::vector<std::vector<DVec2>> parts;
         splitLargePiece(piece, parts);
+        std::vector<std::vector<Vec2>> ready;
         for (const std::vector<DVec2>& part : parts) {
-            if (!box2DReadyParts(narrow(part), result, failure))
+            if (!box2DReadyParts(narrow(part), ready, failure))
                 return false;
         }
+        made.push_back(std::move(ready));
         return true;
     };
     std::vector<std::vector<DVec2>> convex;
-    switch (bayazitDecompose(widen(ring), convex, accept)) {
+    std::vector<int> order;
+    switch (bayazitDecompose(widen(ring), convex, accept, &order)) {
     case BayazitOutcome::Refused: return BayazitFailure::Winding;
     case BayazitOutcome::PieceRejected: return failure;
     case BayazitOutcome::Done: break;
     }
-    pieces = std::move(result);
+    for (int k : order) {
+        for (std::vector<Vec2>& part : made[size_t(k)])
+            pieces.push_back(std::move(part));
+    }
     return BayazitFailure::None;
 }
 

@@ -92,8 +92,9 @@ void logDecomposition(const PolygonDecomposition& result, const std::vector<Vec2
 
 /// Bayazit's method with the piece checks and the split of large pieces;
 /// fills pieces only on success. Each piece is checked as soon as Bayazit's
-/// method finishes it (area, then co-linearity in double precision), so a
-/// failing attempt stops at its first bad piece. Parts (after the split of
+/// method makes it (area, then co-linearity in double precision), so a failing
+/// attempt stops at the first bad piece made, usually long before the whole
+/// ring is worked through; the failure is that piece's. Parts (after the split of
 /// large pieces) that Box2D's single-precision hull would shrink are cut
 /// further, from the corner it drops, until Box2D takes every part unchanged;
 /// when no cut helps the attempt fails as co-linear.

@@ -5,7 +5,6 @@
 #include <cstdint>
 #include <deque>
 #include <random>
-#include <unordered_set>
 
 namespace
 {
@@ -35,13 +34,6 @@ double inCircle(const DVec2& a, const DVec2& b, const DVec2& c, const DVec2& d)
     const double bl = bd.x * bd.x + bd.y * bd.y;
     const double cl = cd.x * cd.x + cd.y * cd.y;
     return al * cross(bd, cd) + bl * cross(cd, ad) + cl * cross(ad, bd);
-}
-
-std::uint64_t edgeKey(int a, int b)
-{
-    if (a > b)
-        std::swap(a, b);
-    return (static_cast<std::uint64_t>(static_cast<std::uint32_t>(a)) << 32) | static_cast<std::uint32_t>(b);
 }
 
 // Position along a Hilbert curve over a 65536 x 65536 grid.
@@ -87,6 +79,8 @@ public:
         m_p.push_back({cx + 40 * d, cy - 30 * d});
         m_p.push_back({cx, cy + 40 * d});
         m_vertTri.assign(m_p.size(), -1);
+        // Each point inserted adds two triangles.
+        m_t.reserve(2 * n + 1);
         add({int(n), int(n) + 1, int(n) + 2}, {-1, -1, -1});
         return true;
     }
@@ -163,10 +157,16 @@ public:
     bool inside(const std::vector<int>& order, std::vector<std::array<int, 3>>& out) const
     {
         const size_t n = order.size();
-        std::unordered_set<std::uint64_t> constraints;
-        constraints.reserve(n * 2);
+        // Ring edges join points that follow each other in the order.
+        std::vector<int> position(n, -1);
         for (size_t k = 0; k < n; ++k)
-            constraints.insert(edgeKey(order[k], order[(k + 1) % n]));
+            position[size_t(order[k])] = int(k);
+        auto isConstraint = [&](int a, int b) {
+            if (size_t(a) >= n || size_t(b) >= n)
+                return false; // a corner of the starting triangle
+            const int pa = position[size_t(a)], pb = position[size_t(b)];
+            return size_t(pa + 1) % n == size_t(pb) || size_t(pb + 1) % n == size_t(pa);
+        };
         std::vector<char> marked(m_t.size(), 0);
         std::vector<int> stack;
         for (size_t k = 0; k < n; ++k) {
@@ -192,7 +192,7 @@ public:
             for (int k = 0; k < 3; ++k) {
                 if (tri.v[size_t(k)] >= m_firstSuper)
                     return false;
-                if (constraints.count(edgeKey(tri.v[size_t(nextOf(k))], tri.v[size_t(prevOf(k))])))
+                if (isConstraint(tri.v[size_t(nextOf(k))], tri.v[size_t(prevOf(k))]))
                     continue;
                 const int u = tri.n[size_t(k)];
                 if (u < 0)
@@ -329,7 +329,8 @@ private:
     // Restores the Delaunay property across the edge opposite corner k of t.
     void legalize(int t, int k)
     {
-        std::vector<std::pair<int, int>> stack{{t, k}};
+        std::vector<std::pair<int, int>>& stack = m_legalizeStack;
+        stack.assign(1, {t, k});
         while (!stack.empty() && --m_budget >= 0) {
             const auto [s, e] = stack.back();
             stack.pop_back();
@@ -449,6 +450,8 @@ private:
     int m_last = 0;
     int m_firstSuper = 0;
     long long m_budget;
+    // Work list of legalize, kept to save an allocation per call.
+    std::vector<std::pair<int, int>> m_legalizeStack;
 };
 } // namespace
 

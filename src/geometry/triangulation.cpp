@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
-#include <unordered_map>
+#include <vector>
 
 namespace
 {
@@ -37,17 +37,91 @@ bool insideCircumcircle(const DVec2& a, const DVec2& b, const DVec2& c, const DV
     return t1 + t2 + t3 > 1e-12 * magnitude;
 }
 
+// The two triangles on each side of an edge, by edge key: open addressing
+// with linear probing in one flat array, as every flip looks up a handful of
+// edges. Entries are never taken out; an edge that is flipped away keeps an
+// entry with no triangles.
+class EdgeSides
+{
+public:
+    struct Sides
+    {
+        int t[2] = {-1, -1};
+    };
+
+    /// A table for about `expected` edges (it grows when needed).
+    explicit EdgeSides(size_t expected)
+    {
+        size_t capacity = 16;
+        while (4 * capacity < 5 * expected)
+            capacity *= 2;
+        m_keys.assign(capacity, kEmpty);
+        m_sides.resize(capacity);
+    }
+
+    /// The entry of the key, made empty if it has none.
+    Sides& operator[](std::uint64_t key)
+    {
+        size_t slot = find(key);
+        if (m_keys[slot] != key) {
+            if (4 * (m_used + 1) > 3 * m_keys.size()) {
+                grow();
+                slot = find(key);
+            }
+            m_keys[slot] = key;
+            m_sides[slot] = Sides();
+            ++m_used;
+        }
+        return m_sides[slot];
+    }
+
+    /// The entry of the key, or null.
+    Sides* lookup(std::uint64_t key)
+    {
+        const size_t slot = find(key);
+        return m_keys[slot] == key ? &m_sides[slot] : nullptr;
+    }
+
+private:
+    static constexpr std::uint64_t kEmpty = ~std::uint64_t(0);
+
+    // The key's slot, or the empty slot where it would go.
+    size_t find(std::uint64_t key) const
+    {
+        const size_t mask = m_keys.size() - 1;
+        size_t slot = size_t((key * 0x9E3779B97F4A7C15ull) >> 20) & mask;
+        while (m_keys[slot] != key && m_keys[slot] != kEmpty)
+            slot = (slot + 1) & mask;
+        return slot;
+    }
+
+    void grow()
+    {
+        std::vector<std::uint64_t> keys(m_keys.size() * 2, kEmpty);
+        std::vector<Sides> sides(keys.size());
+        keys.swap(m_keys);
+        sides.swap(m_sides);
+        for (size_t k = 0; k < keys.size(); ++k) {
+            if (keys[k] != kEmpty) {
+                const size_t slot = find(keys[k]);
+                m_keys[slot] = keys[k];
+                m_sides[slot] = sides[k];
+            }
+        }
+    }
+
+    std::vector<std::uint64_t> m_keys;
+    std::vector<Sides> m_sides;
+    size_t m_used = 0;
+};
 } // namespace
 
 void flipToDelaunay(const std::vector<DVec2>& pts, std::vector<TriangleIndices>& triangles)
 {
     const int n = static_cast<int>(pts.size());
-    struct Sides
-    {
-        int t[2] = {-1, -1};
-    };
-    std::unordered_map<std::uint64_t, Sides> edges;
-    edges.reserve(triangles.size() * 3);
+    using Sides = EdgeSides::Sides;
+    // A triangulation of a ring has about one and a half edges per triangle.
+    EdgeSides edges(triangles.size() * 3 / 2 + 16);
     auto isBoundary = [&](int a, int b) { return (a + 1) % n == b || (b + 1) % n == a; };
     auto attach = [&](int tri) {
         for (int e = 0; e < 3; ++e) {
@@ -82,11 +156,11 @@ void flipToDelaunay(const std::vector<DVec2>& pts, std::vector<TriangleIndices>&
         stack.pop_back();
         if (isBoundary(a, b))
             continue;
-        const auto found = edges.find(edgeKey(a, b));
-        if (found == edges.end() || found->second.t[0] < 0 || found->second.t[1] < 0)
+        const Sides* found = edges.lookup(edgeKey(a, b));
+        if (!found || found->t[0] < 0 || found->t[1] < 0)
             continue;
-        int t1 = found->second.t[0];
-        int t2 = found->second.t[1];
+        int t1 = found->t[0];
+        int t2 = found->t[1];
         // Orient so that t1 holds the edge as a->b and t2 as b->a.
         auto opposite = [&](int tri, int from, int to) {
             const TriangleIndices& t = triangles[tri];
@@ -123,11 +197,10 @@ void flipToDelaunay(const std::vector<DVec2>& pts, std::vector<TriangleIndices>&
             continue;
         if (!(orient2d(pa, pd, pc) > 0) || !(orient2d(pd, pb, pc) > 0))
             continue; // the quad is not convex: no flip possible
-        if (edges.count(edgeKey(c, d)) && edges[edgeKey(c, d)].t[0] >= 0)
+        if (const Sides* other = edges.lookup(edgeKey(c, d)); other && other->t[0] >= 0)
             continue; // the other diagonal already exists elsewhere (ring not simple)
         detach(t1);
         detach(t2);
-        edges.erase(edgeKey(from, to));
         triangles[t1] = {from, d, c};
         triangles[t2] = {d, to, c};
         attach(t1);

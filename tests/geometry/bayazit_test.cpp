@@ -171,22 +171,59 @@ TEST(Bayazit, SamePiecesAsTheCopyingDecompositionOnManyRings)
     EXPECT_GT(succeeded, int(rings.size()) * 3 / 4);
 }
 
-TEST(Bayazit, PieceCheckStopsAtTheFirstRejectedPiece)
+TEST(Bayazit, PiecesAreJudgedOnceAsTheyAreMadeAndTheFirstRefusalEndsTheWork)
 {
     const auto ring = wide(TestRings::comb(30));
     std::vector<std::vector<DVec2>> all;
     ASSERT_TRUE(bayazitDecompose(ring, all));
     ASSERT_GT(all.size(), 10u);
+
+    // Every piece is judged exactly once, and `made` says which call judged it.
     std::vector<std::vector<DVec2>> seen;
     std::vector<std::vector<DVec2>> pieces;
-    const auto outcome = bayazitDecompose(ring, pieces, [&](const std::vector<DVec2>& piece) {
+    std::vector<int> made;
+    auto judgeAll = [&](const std::vector<DVec2>& piece) {
         seen.push_back(piece);
-        return seen.size() < 4;
-    });
-    EXPECT_EQ(outcome, BayazitOutcome::PieceRejected);
-    EXPECT_TRUE(pieces.empty());
-    ASSERT_EQ(seen.size(), 4u);
-    EXPECT_TRUE(std::equal(seen.begin(), seen.end(), all.begin()));
-    EXPECT_EQ(bayazitDecompose(ring, pieces, [](const std::vector<DVec2>&) { return true; }), BayazitOutcome::Done);
+        return true;
+    };
+    ASSERT_EQ(bayazitDecompose(ring, pieces, judgeAll, &made), BayazitOutcome::Done);
     EXPECT_TRUE(pieces == all);
+    ASSERT_EQ(seen.size(), all.size());
+    ASSERT_EQ(made.size(), all.size());
+    std::vector<int> calls(made);
+    std::sort(calls.begin(), calls.end());
+    for (size_t k = 0; k < all.size(); ++k) {
+        EXPECT_EQ(calls[k], int(k));
+        EXPECT_TRUE(seen[size_t(made[k])] == all[k]) << "piece " << k;
+    }
+
+    // A refusal ends the decomposition: nothing more is judged, nothing is given.
+    for (size_t refused = 0; refused < 4; ++refused) {
+        size_t calls = 0;
+        const auto outcome = bayazitDecompose(ring, pieces, [&](const std::vector<DVec2>&) {
+            return calls++ < refused;
+        }, &made);
+        EXPECT_EQ(outcome, BayazitOutcome::PieceRejected);
+        EXPECT_EQ(calls, refused + 1);
+        EXPECT_TRUE(pieces.empty());
+        EXPECT_TRUE(made.empty());
+    }
+}
+
+TEST(Bayazit, ABadPieceIsFoundBeforeTheRestOfABigRingIsWorkedThrough)
+{
+    // The last piece given out is made early on (halves are given out in
+    // reverse of the order they are queued): refusing it ends the work long
+    // before the other pieces are made.
+    const auto ring = wide(TestRings::comb(2000));
+    std::vector<std::vector<DVec2>> all;
+    ASSERT_TRUE(bayazitDecompose(ring, all));
+    ASSERT_GT(all.size(), 1000u);
+    size_t calls = 0;
+    std::vector<std::vector<DVec2>> pieces;
+    EXPECT_EQ(bayazitDecompose(ring, pieces, [&](const std::vector<DVec2>& piece) {
+        ++calls;
+        return piece != all.back();
+    }), BayazitOutcome::PieceRejected);
+    EXPECT_LT(calls, all.size() / 10);
 }
