@@ -1,18 +1,44 @@
 #include "io/bufferedfileoutput.h"
 
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+
 #include <algorithm>
 #include <cstring>
 
-BufferedFileOutput::BufferedFileOutput(const QString& path) : m_file(path), m_buffer(new char[kBufferSize])
+bool BufferedFileOutput::isSpecialFile(const QString& path)
 {
-    m_open = m_file.open(QIODevice::WriteOnly);
+    const QFileInfo info(path);
+    return info.exists() && !info.isFile() && !info.isDir();
+}
+
+BufferedFileOutput::BufferedFileOutput(const QString& path) : m_buffer(new char[kBufferSize])
+{
+    m_inPlace = isSpecialFile(path);
+    if (m_inPlace)
+        m_file = std::make_unique<QFile>(path);
+    else
+        m_file = std::make_unique<QSaveFile>(path);
+    m_open = m_file->open(QIODevice::WriteOnly);
 }
 
 BufferedFileOutput::~BufferedFileOutput()
 {
-    // Without commit() the target stays as it was.
-    if (m_open)
-        m_file.cancelWriting();
+    // Without commit() a regular target stays as it was. (A device has had
+    // its bytes already; there is nothing to take back.)
+    cancel();
+}
+
+void BufferedFileOutput::cancel()
+{
+    if (!m_open)
+        return;
+    m_open = false;
+    if (m_inPlace)
+        m_file->close();
+    else
+        static_cast<QSaveFile*>(m_file.get())->cancelWriting();
 }
 
 void BufferedFileOutput::write(const char* data, size_t length)
@@ -31,7 +57,7 @@ void BufferedFileOutput::write(const char* data, size_t length)
 void BufferedFileOutput::drain()
 {
     if (m_open && !m_failed && m_used > 0)
-        m_failed = m_file.write(m_buffer.get(), qint64(m_used)) != qint64(m_used);
+        m_failed = m_file->write(m_buffer.get(), qint64(m_used)) != qint64(m_used);
     m_used = 0;
 }
 
@@ -41,10 +67,13 @@ bool BufferedFileOutput::commit()
         return false;
     drain();
     if (m_failed) {
-        m_file.cancelWriting();
-        m_open = false;
+        cancel();
         return false;
     }
     m_open = false;
-    return m_file.commit();
+    if (!m_inPlace)
+        return static_cast<QSaveFile*>(m_file.get())->commit();
+    const bool flushed = m_file->flush();
+    m_file->close();
+    return flushed && m_file->error() == QFileDevice::NoError;
 }

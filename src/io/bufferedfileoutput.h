@@ -2,7 +2,7 @@
 
 #include <QString>
 
-#include <QSaveFile>
+#include <QFileDevice>
 
 #include <cstddef>
 #include <memory>
@@ -13,13 +13,19 @@
 /// does not grow with the text. Flush() does nothing: rapidjson calls it
 /// after every complete value, and the buffer is emptied when full or on
 /// commit().
+///
+/// A target that exists but is not a regular file (a device such as
+/// /dev/null or /dev/stdout, a named pipe, a socket) is written in place
+/// instead: replacing it would put a plain file where the device was, or
+/// fail. Such a target gets the bytes as they are produced.
 class BufferedFileOutput
 {
 public:
     /// rapidjson's character type.
     using Ch = char;
 
-    /// Opens a temporary file beside path; isOpen() tells whether it worked.
+    /// Opens a temporary file beside path, or the path itself when it is not
+    /// a regular file; isOpen() tells whether it worked.
     explicit BufferedFileOutput(const QString& path);
     ~BufferedFileOutput();
     BufferedFileOutput(const BufferedFileOutput&) = delete;
@@ -44,14 +50,23 @@ public:
     /// write failed or the file could not be put in place (nothing replaced).
     bool commit();
     /// The reason of the last failure.
-    QString errorString() const { return m_file.errorString(); }
+    QString errorString() const { return m_file->errorString(); }
+    /// True when the target is written in place (it is not a regular file).
+    bool writesInPlace() const { return m_inPlace; }
+
+    /// True when path names something that exists and is neither a regular
+    /// file (or a link to one) nor a folder: a device, a named pipe, a socket.
+    static bool isSpecialFile(const QString& path);
 
 private:
     static constexpr size_t kBufferSize = size_t(1) << 16;
 
     void drain();
+    void cancel();
 
-    QSaveFile m_file;
+    // A QSaveFile, or a plain QFile for a target written in place.
+    std::unique_ptr<QFileDevice> m_file;
+    bool m_inPlace = false;
     std::unique_ptr<char[]> m_buffer;
     size_t m_used = 0;
     bool m_open = false;

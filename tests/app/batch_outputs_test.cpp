@@ -9,6 +9,12 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <thread>
+
 namespace
 {
 const QByteArray kScene = R"({"metaworld": {
@@ -120,4 +126,45 @@ TEST(BatchOutputs, UnloadableSceneAndUnwritableTargets)
     run = box.run({"-i", "scene.plax", "-e", "no/such/dir/raw.json"});
     EXPECT_EQ(run.exitCode, 1);
     EXPECT_TRUE(run.out.contains("Failed to export raw info to 'no/such/dir/raw.json'."));
+}
+
+TEST(BatchOutputs, DevicesAndPipesAreWrittenInPlace)
+{
+    PlaxSandbox box;
+    box.write("scene.plax", kScene);
+    ASSERT_EQ(box.run({"-i", "scene.plax", "-e", "raw.json"}).exitCode, 0);
+    const QByteArray expected = box.read("raw.json");
+    ASSERT_FALSE(expected.isEmpty());
+
+    // Standard output is a pipe to the test: the export arrives there whole.
+    PlaxRun run = box.run({"-i", "scene.plax", "-e", "/dev/stdout"});
+    ASSERT_EQ(run.exitCode, 0) << run.out.toStdString();
+    EXPECT_EQ(run.out.toUtf8(), expected);
+
+    // Replacing /dev/null would need to write into /dev; writing it in place does not.
+    run = box.run({"-i", "scene.plax", "-e", "/dev/null", "-c", "/dev/null", "-r", "/dev/null"});
+    EXPECT_EQ(run.exitCode, 0) << run.out.toStdString();
+    struct stat null = {};
+    ASSERT_EQ(::lstat("/dev/null", &null), 0);
+    EXPECT_TRUE(S_ISCHR(null.st_mode));
+
+    // A named pipe with a reader at the other end gets the export and stays a pipe.
+    const QString fifo = box.path("export.pipe");
+    ASSERT_EQ(::mkfifo(QFile::encodeName(fifo).constData(), 0600), 0);
+    QByteArray received;
+    std::thread reader([&] {
+        QFile pipe(fifo);
+        if (pipe.open(QIODevice::ReadOnly))
+            received = pipe.readAll();
+    });
+    run = box.run({"-i", "scene.plax", "-e", "export.pipe"});
+    // Lets the reader go should plax never have opened the pipe.
+    if (const int fd = ::open(QFile::encodeName(fifo).constData(), O_WRONLY | O_NONBLOCK); fd >= 0)
+        ::close(fd);
+    reader.join();
+    EXPECT_EQ(run.exitCode, 0) << run.out.toStdString();
+    EXPECT_EQ(received, expected);
+    struct stat pipe = {};
+    ASSERT_EQ(::lstat(QFile::encodeName(fifo).constData(), &pipe), 0);
+    EXPECT_TRUE(S_ISFIFO(pipe.st_mode));
 }
