@@ -4,6 +4,7 @@
 #include "document/editordocument.h"
 #include "model/metaworld.h"
 #include "script/scriptbackground.h"
+#include "script/scriptlimits.h"
 
 #include <gtest/gtest.h>
 
@@ -26,4 +27,26 @@ TEST(ScriptAbort, AnAbortedRunIsUndoneInTheEditor)
 
     EXPECT_TRUE(ScriptBackground::runOneOffScript(document, "getBody('ball').setAngle(2.5);", QString()));
     EXPECT_EQ(ball->angle, 2.5f) << "a run that ends normally stays";
+}
+
+TEST(ScriptAbort, ARunOverItsMemoryBudgetIsUndoneInTheEditorWithEveryChangeBeforeIt)
+{
+    BatchModeScope interactive(false);
+    SettingScope memory(ScriptLimits::kMemorySettingsKey, 4);
+    EditorDocument document;
+    ASSERT_TRUE(document.load(QStringLiteral(PLAX_SOURCE_DIR "/examples/demo.plax")));
+    const int bodies = int(document.world().registry(ItemKind::Body).size());
+    ASSERT_GT(bodies, 1);
+
+    LogCapture capture;
+    EXPECT_FALSE(ScriptBackground::runOneOffScript(document,
+                                                   "void main() { for (uint i = 0; i < 5; i++) duplicate(getBody('ball'));\n"
+                                                   "  getBody('ball').delete();\n"
+                                                   "  array<array<int>> hoard; while (true) hoard.insertLast(array<int>(4096)); }",
+                                                   QString()));
+    EXPECT_EQ(capture.count(LOG_ERROR, "Script aborted: the memory limit of 4 MiB"), 1) << capture.dump().toStdString();
+    EXPECT_EQ(int(document.world().registry(ItemKind::Body).size()), bodies);
+    EXPECT_NE(document.world().registry(ItemKind::Body).findByName("ball"), nullptr);
+    EXPECT_EQ(document.undoStack().index(), 0);
+    EXPECT_FALSE(document.isModified());
 }
