@@ -17,8 +17,15 @@ float MetaFixture::validDensity(float density)
 
 void MetaFixture::setVertices(std::vector<Vec2> vertices)
 {
-    m_vertices = std::move(vertices);
-    m_selfIntersecting = ringSelfIntersects(m_vertices);
+    if (m_selfIntersecting) {
+        m_vertices = std::move(vertices);
+        m_selfIntersecting = ringSelfIntersects(m_vertices);
+        return;
+    }
+    // The ring did not cross itself: an edit of a few points need only
+    // look at the edges it moved.
+    std::swap(m_vertices, vertices);
+    m_selfIntersecting = ringSelfIntersectsAfterEdit(vertices, m_vertices);
 }
 
 MetaShape& MetaFixture::addShape(int type, float radius)

@@ -196,3 +196,49 @@ bool ringSelfIntersects(const std::vector<Vec2>& ring)
 
     return sweep.findsContact();
 }
+
+bool ringSelfIntersectsAfterEdit(const std::vector<Vec2>& before, const std::vector<Vec2>& after)
+{
+    // Past this many moved points the whole check is about as quick.
+    constexpr size_t kMaxMoved = 16;
+    const size_t n = after.size();
+    if (n < 4 || before.size() != n)
+        return ringSelfIntersects(after);
+    // A ring with a point that is not finite counts as not crossing itself
+    // whatever its edges do, so it says nothing about them.
+    for (const Vec2& p : before) {
+        if (!std::isfinite(p.x) || !std::isfinite(p.y))
+            return ringSelfIntersects(after);
+    }
+    std::vector<size_t> moved;
+    for (size_t i = 0; i < n; ++i) {
+        if (before[i].x == after[i].x && before[i].y == after[i].y)
+            continue;
+        if (moved.size() == kMaxMoved || !std::isfinite(after[i].x) || !std::isfinite(after[i].y))
+            return ringSelfIntersects(after);
+        moved.push_back(i);
+    }
+    if (moved.empty())
+        return false;
+    // Every pair of edges that touches now and did not before holds an edge
+    // at a moved point: edge e runs from point e to point e + 1.
+    std::vector<size_t> edges;
+    for (size_t i : moved) {
+        edges.push_back((i + n - 1) % n);
+        edges.push_back(i);
+    }
+    std::sort(edges.begin(), edges.end());
+    edges.erase(std::unique(edges.begin(), edges.end()), edges.end());
+    auto point = [&after](size_t i) { return P{after[i].x, after[i].y}; };
+    for (size_t e : edges) {
+        const P a = point(e);
+        const P b = point((e + 1) % n);
+        for (size_t f = 0; f < n; ++f) {
+            if (f == e || (e + 1) % n == f || (f + 1) % n == e)
+                continue;
+            if (segmentsIntersect(a, b, point(f), point((f + 1) % n)))
+                return true;
+        }
+    }
+    return false;
+}

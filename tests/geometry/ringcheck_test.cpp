@@ -152,3 +152,62 @@ TEST(RingCheck, FixtureRecomputesFlagOnSetVertices)
     fixture.setVertices(TestRings::square());
     EXPECT_FALSE(fixture.isSelfIntersecting());
 }
+
+TEST(RingCheck, AnEditOfAFewPointsGivesTheWholeCheckAnswer)
+{
+    // Random edits of simple rings: points moved onto small integer spots
+    // (so that touching, shared points and co-linear overlaps are common),
+    // a point moved onto another point or edge, points made not finite, and
+    // edits too big for the quick path. Each answer must be the whole check's.
+    std::mt19937 rng(77);
+    int crossing = 0;
+    int simple = 0;
+    for (int trial = 0; trial < 3000; ++trial) {
+        const int n = 4 + trial % 30;
+        std::vector<Vec2> before;
+        for (int i = 0; i < n; ++i) {
+            const double a = 2 * 3.141592653589793 * i / n;
+            before.push_back({float(std::round(6 * std::cos(a))), float(std::round(6 * std::sin(a)))});
+        }
+        if (ringSelfIntersects(before))
+            continue;
+        std::vector<Vec2> after = before;
+        std::uniform_int_distribution<int> index(0, n - 1);
+        std::uniform_int_distribution<int> spot(-7, 7);
+        const int moves = trial % 7 == 6 ? 20 : 1 + trial % 3;
+        for (int m = 0; m < moves; ++m) {
+            Vec2& p = after[size_t(index(rng))];
+            switch (trial % 5) {
+            case 0: p = after[size_t(index(rng))]; break;
+            case 1: {
+                const size_t k = size_t(index(rng));
+                p = (after[k] + after[(k + 1) % size_t(n)]) * 0.5f;
+                break;
+            }
+            case 2:
+                if (m == 0)
+                    p.x = std::numeric_limits<float>::quiet_NaN();
+                break;
+            default: p = {float(spot(rng)), float(spot(rng))};
+            }
+        }
+        const bool expected = ringSelfIntersects(after);
+        ASSERT_EQ(ringSelfIntersectsAfterEdit(before, after), expected) << "trial " << trial;
+        (expected ? crossing : simple) += 1;
+
+        // The fixture keeps its flag through the same edits.
+        MetaFixture fixture;
+        fixture.setVertices(before);
+        fixture.setVertices(after);
+        ASSERT_EQ(fixture.isSelfIntersecting(), expected) << "trial " << trial;
+    }
+    EXPECT_GT(crossing, 500);
+    EXPECT_GT(simple, 500);
+
+    // A ring that held a point that is not finite says nothing about its edges.
+    std::vector<Vec2> crossed = {{0, 0}, {2, 2}, {2, 0}, {0, 2}, {-1, 1}};
+    std::vector<Vec2> hidden = crossed;
+    hidden[4].x = std::numeric_limits<float>::infinity();
+    ASSERT_FALSE(ringSelfIntersects(hidden));
+    EXPECT_TRUE(ringSelfIntersectsAfterEdit(hidden, crossed));
+}
