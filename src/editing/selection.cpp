@@ -21,12 +21,12 @@ bool Selection::remove(ItemKind kind, ItemId id)
 
 bool Selection::containsVertex(ItemId fixture, int index) const
 {
-    return std::find(m_vertices.begin(), m_vertices.end(), VertexRef{fixture, index}) != m_vertices.end();
+    return m_vertexSet.count(vertexKey(fixture, index)) != 0;
 }
 
 bool Selection::addVertex(ItemId fixture, int index)
 {
-    if (containsVertex(fixture, index))
+    if (!m_vertexSet.insert(vertexKey(fixture, index)).second)
         return false;
     m_vertices.push_back({fixture, index});
     return true;
@@ -34,10 +34,9 @@ bool Selection::addVertex(ItemId fixture, int index)
 
 bool Selection::removeVertex(ItemId fixture, int index)
 {
-    auto it = std::find(m_vertices.begin(), m_vertices.end(), VertexRef{fixture, index});
-    if (it == m_vertices.end())
+    if (m_vertexSet.erase(vertexKey(fixture, index)) == 0)
         return false;
-    m_vertices.erase(it);
+    m_vertices.erase(std::find(m_vertices.begin(), m_vertices.end(), VertexRef{fixture, index}));
     return true;
 }
 
@@ -45,10 +44,18 @@ void Selection::vertexIndexShifted(ItemId fixture, int index, int delta)
 {
     if (delta < 0)
         removeVertex(fixture, index);
+    bool shifted = false;
     for (VertexRef& v : m_vertices) {
-        if (v.fixture == fixture && v.index >= index)
+        if (v.fixture == fixture && v.index >= index) {
             v.index += delta;
+            shifted = true;
+        }
     }
+    if (!shifted)
+        return;
+    m_vertexSet.clear();
+    for (const VertexRef& v : m_vertices)
+        m_vertexSet.insert(vertexKey(v.fixture, v.index));
 }
 
 void Selection::clear()
@@ -58,4 +65,5 @@ void Selection::clear()
     for (auto& set : m_sets)
         set.clear();
     m_vertices.clear();
+    m_vertexSet.clear();
 }

@@ -4,6 +4,7 @@
 #include "model/itemkind.h"
 
 #include <array>
+#include <cstdint>
 #include <unordered_set>
 #include <vector>
 
@@ -49,7 +50,14 @@ public:
     void clear();
 
 private:
+    static std::uint64_t vertexKey(ItemId fixture, int index)
+    {
+        return (std::uint64_t(fixture) << 32) | std::uint32_t(index);
+    }
+
     std::array<std::vector<ItemId>, kItemKindCount> m_items;
     std::array<std::unordered_set<ItemId>, kItemKindCount> m_sets;
     std::vector<VertexRef> m_vertices;
+    // The keys of m_vertices, so that a look-up does not walk the list.
+    std::unordered_set<std::uint64_t> m_vertexSet;
 };

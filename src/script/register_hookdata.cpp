@@ -66,7 +66,7 @@ CScriptArray* vertices()
     for (const auto& [fixture, index] : ScriptHookData::current().vertices) {
         ScriptVertex v = ScriptApi::vertexHandle(world ? world->findFixture(fixture) : nullptr, index);
         if (array && v.valid)
-            array->InsertLast(&v);
+            ScriptApi::appendToArray(*array, &v);
     }
     return array;
 }

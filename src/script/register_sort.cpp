@@ -1,4 +1,5 @@
 #include "base/log.h"
+#include "script/scriptapisupport.h"
 #include "script/scripthandles.h"
 #include "script/scriptregistrar.h"
 #include "script/scriptregistration.h"
@@ -86,7 +87,7 @@ CScriptArray* arrayOf(const CScriptArray& like, const std::vector<Handle>& handl
 {
     CScriptArray* result = CScriptArray::Create(like.GetArrayObjectType());
     for (Handle h : handles)
-        result->InsertLast(&h);
+        ScriptApi::appendToArray(*result, &h);
     return result;
 }
 

@@ -184,6 +184,15 @@ CScriptArray* newArray(const char* declaration, unsigned size)
     return type ? CScriptArray::Create(type, size) : nullptr;
 }
 
+void appendToArray(CScriptArray& array, void* value)
+{
+    // Sizes 16, 32, 64, ...: the room doubles, so each append costs O(1) on average.
+    const asUINT size = array.GetSize();
+    if (size >= 16 && (size & (size - 1)) == 0)
+        array.Reserve(2 * size);
+    array.InsertLast(value);
+}
+
 bool isUsable(float value, const char* kindWord, const char* method)
 {
     if (std::isfinite(value))

@@ -73,6 +73,10 @@ AngelScript::asIScriptEngine* engine();
 /// A new script array of the given declaration ("array<body>") and size, or
 /// null when there is no engine.
 AngelScript::CScriptArray* newArray(const char* declaration, unsigned size = 0);
+/// Appends a value to a script array. The array's own InsertLast grows its
+/// buffer by one element each time, so building a long array that way takes
+/// quadratic time; this doubles the room whenever it is full.
+void appendToArray(AngelScript::CScriptArray& array, void* value);
 /// Builds an array of handles from items.
 template <class Handle, class Items, class MakeHandle>
 AngelScript::CScriptArray* handleArray(const char* declaration, const Items& items, MakeHandle make)
@@ -82,7 +86,7 @@ AngelScript::CScriptArray* handleArray(const char* declaration, const Items& ite
         return nullptr;
     for (const auto& item : items) {
         Handle handle = make(item);
-        array->InsertLast(&handle);
+        appendToArray(*array, &handle);
     }
     return array;
 }

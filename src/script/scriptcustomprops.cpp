@@ -66,7 +66,7 @@ struct Methods
         if (CustomProperties* values = customTarget(*self).values)
             for (const CustomProperty& p : values->values()) {
                 std::string name = p.name.toStdString();
-                array.InsertLast(&name);
+                ScriptApi::appendToArray(array, &name);
             }
         return array;
     }

@@ -62,7 +62,7 @@ CScriptArray* getExcludedExportProperties()
     if (MetaWorld* world = ScriptApi::world(); world && array) {
         for (const QString& path : world->excludedJsonExportProperties) {
             std::string text = path.toStdString();
-            array->InsertLast(&text);
+            ScriptApi::appendToArray(*array, &text);
         }
     }
     return array;

@@ -294,7 +294,7 @@ CScriptArray* getVertices(ScriptFixture* self)
     if (MetaFixture* f = ScriptApi::use(*self))
         for (size_t i = 0; array && i < f->vertices().size(); ++i) {
             ScriptVertex v = ScriptApi::vertexHandle(f, int(i));
-            array->InsertLast(&v);
+            ScriptApi::appendToArray(*array, &v);
         }
     return array;
 }
@@ -361,7 +361,7 @@ CScriptArray* getShapes(ScriptFixture* self)
     if (MetaFixture* f = ScriptApi::use(*self))
         for (size_t i = 0; array && i < f->shapes().size(); ++i) {
             ScriptShape s = ScriptApi::shapeHandle(f, int(i));
-            array->InsertLast(&s);
+            ScriptApi::appendToArray(*array, &s);
         }
     return array;
 }
@@ -588,7 +588,7 @@ CScriptArray* vertexArray(const std::vector<std::pair<const MetaFixture*, int>>&
     CScriptArray* array = ScriptApi::newArray("array<vertex>");
     for (size_t i = 0; array && i < vertices.size(); ++i) {
         ScriptVertex v = ScriptApi::vertexHandle(vertices[i].first, vertices[i].second);
-        array->InsertLast(&v);
+        ScriptApi::appendToArray(*array, &v);
     }
     return array;
 }

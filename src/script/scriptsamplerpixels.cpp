@@ -123,7 +123,7 @@ CScriptArray* getAlphaEdgePathSeedPoints(ScriptSampler* self)
         if (ring.points.empty())
             continue;
         ScriptVec2 p = ScriptApi::toScript(analysis->toFrame(ring.points.front(), sampler->height));
-        points->InsertLast(&p);
+        ScriptApi::appendToArray(*points, &p);
     }
     return points;
 }

@@ -400,7 +400,7 @@ struct Duplicate
         for (const Handle& h : listOf(handles)) {
             Handle made = one(h, select);
             if (made.valid)
-                result->InsertLast(&made);
+                ScriptApi::appendToArray(*result, &made);
         }
         return result;
     }

@@ -219,7 +219,7 @@ CScriptArray* getCustomProperties(const std::string& itemClassText)
         for (const CustomPropertyDef& d : world->customPropertyDefs)
             if (array && d.itemClass == itemClass) {
                 std::string name = d.name.toStdString();
-                array->InsertLast(&name);
+                ScriptApi::appendToArray(*array, &name);
             }
     return array;
 }

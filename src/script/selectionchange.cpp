@@ -10,10 +10,17 @@
 #include <QCoreApplication>
 
 #include <algorithm>
+#include <cstdint>
+#include <unordered_set>
 
 namespace
 {
 using Ref = std::pair<ItemId, int>;
+
+std::uint64_t keyOf(const Ref& ref)
+{
+    return (std::uint64_t(ref.first) << 32) | std::uint32_t(ref.second);
+}
 
 bool isSelected(ScriptDocument& document, EditMode mode, const Ref& ref)
 {
@@ -44,8 +51,14 @@ void setState(ScriptDocument& document, EditMode mode, const Ref& ref, bool sele
 bool changeSelection(ScriptDocument& document, EditMode mode, const std::vector<Ref>& items, SelectionChangeMode how)
 {
     std::vector<std::pair<Ref, bool>> changes;
-    const auto listed = [&items](const Ref& ref) { return std::find(items.begin(), items.end(), ref) != items.end(); };
+    // Sets beside the lists, so that selecting all vertices of a huge
+    // outline does not compare every pair.
+    std::unordered_set<std::uint64_t> changed;
     if (how == SelectionChangeMode::Replace) {
+        std::unordered_set<std::uint64_t> listed;
+        listed.reserve(items.size());
+        for (const Ref& ref : items)
+            listed.insert(keyOf(ref));
         std::vector<Ref> current;
         if (mode == EditMode::Vertices) {
             for (const Selection::VertexRef& v : document.selection().vertices())
@@ -55,8 +68,10 @@ bool changeSelection(ScriptDocument& document, EditMode mode, const std::vector<
                 current.emplace_back(id, -1);
         }
         for (const Ref& ref : current) {
-            if (!listed(ref))
+            if (!listed.count(keyOf(ref))) {
                 changes.push_back({ref, false});
+                changed.insert(keyOf(ref));
+            }
         }
     }
     for (const Ref& ref : items) {
@@ -68,8 +83,7 @@ bool changeSelection(ScriptDocument& document, EditMode mode, const std::vector<
         case SelectionChangeMode::Remove: wanted = false; break;
         case SelectionChangeMode::Toggle: wanted = !selected; break;
         }
-        const bool pending = std::any_of(changes.begin(), changes.end(), [&](const auto& c) { return c.first == ref; });
-        if (wanted != selected && !pending)
+        if (wanted != selected && changed.insert(keyOf(ref)).second)
             changes.push_back({ref, wanted});
     }
     if (changes.empty())

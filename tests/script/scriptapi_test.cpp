@@ -100,3 +100,27 @@ string s = "a,b,c"; print(s.split(',').length()); print(s.substr(2, 1));
     EXPECT_TRUE(ok);
     EXPECT_EQ(prints, QStringList({"1", "3", "5", "4", "2.5", "3", "b"}));
 }
+
+TEST(ScriptApi, LongArraysFromTheApiHoldEveryElementInOrder)
+{
+    // Built by doubling their room: lengths around the points where it grows.
+    EditorDocument document;
+    bool ok = false;
+    QStringList prints = runAndCollectPrints(document, R"(
+for (int n = 3; n <= 1100; n = n * 2 + 1) {
+  vec2[] points;
+  for (int i = 0; i < n; i++) points.insertLast(mv(cos(6.2831853 * i / n), sin(6.2831853 * i / n)));
+  body b = addBody(0, '{}');
+  fixture f = b.addFixture(0, '{"shapes": [{"type": "polygon"}]}');
+  f.setVertices(points);
+  vertex[]@ all = f.getVertices();
+  bool inOrder = true;
+  for (uint i = 0; i < all.length(); i++) inOrder = inOrder && all[i].index == i;
+  print(all.length() + (inOrder ? ' in order' : ' mixed'));
+}
+)",
+                                             &ok);
+    EXPECT_TRUE(ok);
+    EXPECT_EQ(prints, QStringList({"3 in order", "7 in order", "15 in order", "31 in order", "63 in order",
+                                   "127 in order", "255 in order", "511 in order", "1023 in order"}));
+}
