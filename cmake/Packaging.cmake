@@ -7,6 +7,10 @@
 # that component alone, so other components of the tree are installed by
 # `cmake --install` but never land in the editor's package.
 
+# Installing and packaging take what is built (`make install` and `make
+# package` build first) instead of building the whole tree, tests included.
+set(CMAKE_SKIP_INSTALL_ALL_DEPENDENCY ON)
+
 set(PLAX_INSTALL_DATADIR ${CMAKE_INSTALL_DATADIR}/plax)
 set(PLAX_APP_ID org.quoxel2d.plax)
 
