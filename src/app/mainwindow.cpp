@@ -438,14 +438,15 @@ QStringList MainWindow::openDocumentPaths() const
     return paths;
 }
 
-void MainWindow::openStartupDocuments()
+void MainWindow::openStartupDocuments(const QStringList& files)
 {
-    QStringList paths;
+    QStringList paths = files;
     const QString fromEnvironment = qEnvironmentVariable("PLAX_OPEN");
     auto settings = openAppSettings();
-    if (!fromEnvironment.isEmpty())
+    // Files named on the command line replace both other sources.
+    if (paths.isEmpty() && !fromEnvironment.isEmpty())
         paths = fromEnvironment.split(QDir::listSeparator(), Qt::SkipEmptyParts);
-    else if (settings->value(QLatin1String(SettingsKeys::kReopenRecentDocuments), true).toBool())
+    else if (paths.isEmpty() && settings->value(QLatin1String(SettingsKeys::kReopenRecentDocuments), true).toBool())
         paths = settings->value(QLatin1String(kLastOpenDocuments)).toStringList();
     for (const QString& path : paths) {
         if (QFileInfo::exists(path))

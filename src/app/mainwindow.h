@@ -49,10 +49,11 @@ public:
     EditActions* editActions() const { return m_editActions; }
     /// The recent-files menu.
     QMenu* recentFilesMenu() const { return m_recentMenu; }
-    /// Opens the documents given by PLAX_OPEN (a list of paths) or, when the
-    /// setting asks for it, those open at the last exit; then offers to
-    /// recover autosaved documents.
-    void openStartupDocuments();
+    /// Opens `files` (named on the command line) or, when there are none, the
+    /// documents given by PLAX_OPEN (a list of paths) or, when the setting
+    /// asks for it, those open at the last exit; then offers to recover
+    /// autosaved documents.
+    void openStartupDocuments(const QStringList& files = {});
 
 public slots:
     /// Appends one accepted log message to the message log panel.

@@ -354,6 +354,14 @@ void ScriptTooling::showPreferences()
     emit preferencesChanged();
 }
 
+void ScriptTooling::showWorkingDirectoryPreferences()
+{
+    PreferencesDialog dialog(m_window);
+    dialog.showWorkingDirectory();
+    dialog.exec();
+    emit preferencesChanged();
+}
+
 bool ScriptTooling::sendFeedback()
 {
     const QString page = openAppSettings()

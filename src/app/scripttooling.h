@@ -62,6 +62,8 @@ public:
 
     /// Opens the preferences dialog (modal).
     void showPreferences();
+    /// Opens the preferences dialog (modal) on the working-directory field.
+    void showWorkingDirectoryPreferences();
     /// Opens the project's issue page in the browser; false without one.
     bool sendFeedback();
 

@@ -93,7 +93,7 @@ PreferencesDialog::PreferencesDialog(QWidget* parent) : QDialog(parent)
     setObjectName(QStringLiteral("PreferencesDialog"));
     setAccessibleName(tr("Preferences"));
     setWindowTitle(tr("Preferences"));
-    auto* tabs = new QTabWidget(this);
+    auto* tabs = m_tabs = new QTabWidget(this);
     tabs->setObjectName(QStringLiteral("PreferencesTabs"));
     tabs->addTab(colorsPage(), tr("&Colours"));
     tabs->addTab(editingPage(), tr("&Editing"));
@@ -188,8 +188,12 @@ QWidget* PreferencesDialog::workspacePage()
     m_autosave->setRange(0, 24 * 60);
     m_autosave->setSpecialValueText(tr("off"));
     m_workingDirectory = named(new QLineEdit(page), SettingsKeys::kWorkingDirectory, tr("Working directory"),
-                               tr("Folder made current at start-up; the config folder is looked for in it. "
-                                  "Empty: the folder the program is started in."));
+                               tr("Folder made current at start-up; the config folder is looked for in it, and "
+                                  "a folder without one gets a copy of the installed default configuration. "
+                                  "Empty: the folder the program is started in when it holds "
+                                  "config/actionMenu/default/layout.json, else %1.")
+                                   .arg(userWorkingFolder()));
+    m_workingDirectory->setPlaceholderText(userWorkingFolder());
     m_reusePlayerViews = named(new QCheckBox(tr("Reuse the open player view of a document"), page),
                                PreferenceKeys::kReusePlayerViews, tr("Reuse player views"));
     form->addRow(tr("Autosave every (minutes):"), m_autosave);
@@ -229,6 +233,13 @@ QWidget* PreferencesDialog::helpPage()
     form->addRow(tr("Version file address:"), m_updateUrl);
     form->addRow(tr("Issue page:"), m_issuePage);
     return page;
+}
+
+void PreferencesDialog::showWorkingDirectory()
+{
+    m_tabs->setCurrentWidget(m_workingDirectory->parentWidget());
+    m_workingDirectory->setFocus(Qt::OtherFocusReason);
+    m_workingDirectory->selectAll();
 }
 
 void PreferencesDialog::setColor(const QString& key, const QColor& color)

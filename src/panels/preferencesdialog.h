@@ -10,6 +10,7 @@ class QDoubleSpinBox;
 class QLineEdit;
 class QPushButton;
 class QSpinBox;
+class QTabWidget;
 
 /// Settings keys of the preferences that no other file owns.
 namespace PreferenceKeys
@@ -67,6 +68,10 @@ public:
     /// Keys of the colours, as in the group "colors".
     static QStringList colorKeys();
 
+    /// Shows the Workspace page with the working-directory field focused, as
+    /// start-up does when the default action menu is missing.
+    void showWorkingDirectory();
+
 signals:
     /// Written to the settings (colours may have changed: views repaint).
     void applied();
@@ -95,4 +100,5 @@ private:
     QCheckBox* m_checkUpdates = nullptr;
     QLineEdit* m_updateUrl = nullptr;
     QLineEdit* m_issuePage = nullptr;
+    QTabWidget* m_tabs = nullptr;
 };

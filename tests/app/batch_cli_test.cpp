@@ -13,16 +13,6 @@ QStringList logLines(const PlaxRun& run)
 }
 } // namespace
 
-TEST(BatchCli, VersionAndHelpAreSilentWithoutVerbose)
-{
-    PlaxSandbox box;
-    for (const QString& arg : {QStringLiteral("-V"), QStringLiteral("--version"), QStringLiteral("--help")}) {
-        PlaxRun run = box.run({arg});
-        EXPECT_EQ(run.exitCode, 0) << arg.toStdString();
-        EXPECT_EQ(run.out, "") << arg.toStdString();
-    }
-}
-
 TEST(BatchCli, VerboseVersionPrintsTheBlock)
 {
     PlaxSandbox box;
