@@ -86,6 +86,17 @@ void printRequested(const QStringList& lines)
     std::fflush(stdout);
 }
 
+// A usage error goes to standard error, as command-line tools do, and to
+// the log file; progress and the other messages stay on standard output.
+void reportUsageError(const char* text)
+{
+    Log::setConsoleEcho(false);
+    plaxLog(LOG_ERROR, text);
+    Log::setConsoleEcho(true);
+    std::fprintf(stderr, "%s\n", text);
+    std::fflush(stderr);
+}
+
 void logRequest(const QStringList& arguments, const BatchRequest& request)
 {
     QString invoked;
@@ -257,7 +268,7 @@ int runBatchTool(const QStringList& arguments)
         logRequest(arguments, request);
 
     if (request.inputFile.isEmpty()) {
-        plaxLog(LOG_ERROR, "No input file given.");
+        reportUsageError("No input file given.");
         return 1;
     }
     if (!checkFile(request.inputFile, QStringLiteral("Input file '%1' not found.")))

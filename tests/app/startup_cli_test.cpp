@@ -83,8 +83,8 @@ TEST(StartupCli, BareSceneFilesAskForTheEditorAndAnythingElseIsBatch)
         const PlaxRun run = box.run(args, noPlatform);
         const std::string what = args.join(' ').toStdString();
         EXPECT_EQ(run.exitCode, 1) << what;
-        EXPECT_EQ(run.out, "No input file given.\n") << what;
-        EXPECT_EQ(run.err, "") << what;
+        EXPECT_EQ(run.err, "No input file given.\n") << what;
+        EXPECT_EQ(run.out, "") << what;
     }
 
     const PlaxRun exported = box.run({"-i", "demo.plax", "-e", "demo.json"});
