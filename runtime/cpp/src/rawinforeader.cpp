@@ -460,6 +460,18 @@ bool fromDocument(const rapidjson::Document& document, SceneDescription& scene, 
         error->clear();
     return true;
 }
+
+// Text with a NUL character is not JSON (and would end a parse in place early).
+bool holdsNul(std::string_view json, SceneDescription& scene, std::string* error)
+{
+    const void* nul = std::memchr(json.data(), '\0', json.size());
+    if (!nul)
+        return false;
+    scene = SceneDescription();
+    if (error)
+        *error = "not JSON: a NUL character at offset " + std::to_string(static_cast<const char*>(nul) - json.data());
+    return true;
+}
 } // namespace
 
 bool ShapeDescription::isLoop() const
@@ -469,11 +481,12 @@ bool ShapeDescription::isLoop() const
 
 bool readRawInfo(std::string_view json, SceneDescription& scene, std::string* error)
 {
-    if (json.substr(0, 3) == "\xEF\xBB\xBF")
-        json.remove_prefix(3);
-    rapidjson::Document document;
-    document.Parse<kParseFlags>(json.data(), json.size());
-    return fromDocument(document, scene, error);
+    // One way of parsing for text and files: in place, in a copy that ends
+    // where the text does.
+    if (holdsNul(json, scene, error))
+        return false;
+    std::string copy(json);
+    return readRawInfoInPlace(copy.data(), scene, error);
 }
 
 bool readRawInfoInPlace(char* json, SceneDescription& scene, std::string* error)
@@ -513,7 +526,7 @@ bool readRawInfoFile(const std::string& path, SceneDescription& scene, std::stri
         return false;
     }
     text.resize(size_t(size));
-    if (!readRawInfoInPlace(text.data(), scene, error)) {
+    if (holdsNul(text, scene, error) || !readRawInfoInPlace(text.data(), scene, error)) {
         if (error)
             *error = "'" + path + "': " + *error;
         return false;

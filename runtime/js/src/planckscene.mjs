@@ -102,8 +102,12 @@ function checkScene(scene, offset) {
   });
   scene.joints.forEach((joint, i) => {
     if (joint.values.type === 'gear') {
-      if (scene.joints[joint.joint1].bodyB === scene.joints[joint.joint2].bodyB) {
+      const seconds = [scene.joints[joint.joint1].bodyB, scene.joints[joint.joint2].bodyB];
+      if (seconds[0] === seconds[1]) {
         throw new RawInfoError(`/joint/${i}`, 'the two joints of a gear joint need different second bodies (bodyB)');
+      }
+      if (seconds.some((b) => scene.bodies[b].type !== 2)) {
+        throw new RawInfoError(`/joint/${i}`, 'the second bodies (bodyB) of a gear joint\'s two joints must be dynamic');
       }
     } else if (joint.bodyA === joint.bodyB) {
       throw new RawInfoError(`/joint/${i}/bodyB`, 'a joint needs two different bodies');

@@ -139,6 +139,10 @@ std::string checkJoint(const SceneDescription& scene, size_t index)
         const JointDescription& j2 = scene.joints[size_t(joint.joint2)];
         if (j1.bodyB == j2.bodyB)
             return at(where, "the two joints of a gear joint need different second bodies (bodyB)");
+        for (const JointDescription* j : {&j1, &j2}) {
+            if (scene.bodies[size_t(j->bodyB)].type != BodyType::Dynamic)
+                return at(where, "the second bodies (bodyB) of a gear joint's two joints must be dynamic");
+        }
         return std::string();
     }
     if (joint.bodyA == joint.bodyB)

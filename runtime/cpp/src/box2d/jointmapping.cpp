@@ -30,6 +30,14 @@ float nonNegative(float v)
     return std::isfinite(v) && v > 0 ? v : 0.0f;
 }
 
+// Stiffness and damping from very large frequencies overflow; Box2D asserts
+// on values that are not finite in some joints.
+void finiteSpring(float& stiffness, float& damping)
+{
+    for (float* v : {&stiffness, &damping})
+        *v = std::isnan(*v) ? 0.0f : std::min(*v, FLT_MAX);
+}
+
 b2Vec2 unitAxis(Vec2 axis)
 {
     b2Vec2 a = toB2(axis);
@@ -65,7 +73,8 @@ b2Joint* createGear(b2World& world, const JointValues& j, b2Joint* joint1, b2Joi
     const auto coupled = [](const b2Joint* joint) {
         return joint && (joint->GetType() == e_revoluteJoint || joint->GetType() == e_prismaticJoint);
     };
-    if (!coupled(joint1) || !coupled(joint2) || joint1 == joint2 || joint1->GetBodyB() == joint2->GetBodyB())
+    if (!coupled(joint1) || !coupled(joint2) || joint1 == joint2 || joint1->GetBodyB() == joint2->GetBodyB() ||
+        joint1->GetBodyB()->GetType() != b2_dynamicBody || joint2->GetBodyB()->GetType() != b2_dynamicBody)
         return nullptr;
     b2GearJointDef def;
     def.bodyA = joint1->GetBodyB();
@@ -121,6 +130,7 @@ b2Joint* createBox2DJoint(b2World& world, const JointValues& j, b2Body* bodyA, b
             def.minLength = 0;
             def.maxLength = FLT_MAX;
             b2LinearStiffness(def.stiffness, def.damping, j.frequency, nonNegative(j.dampingRatio), bodyA, bodyB);
+            finiteSpring(def.stiffness, def.damping);
         } else {
             def.minLength = def.length;
             def.maxLength = def.length;
@@ -148,6 +158,7 @@ b2Joint* createBox2DJoint(b2World& world, const JointValues& j, b2Body* bodyA, b
         def.maxMotorTorque = nonNegative(j.maxMotorTorque);
         b2LinearStiffness(def.stiffness, def.damping, nonNegative(j.springFrequency),
                           nonNegative(j.springDampingRatio), bodyA, bodyB);
+        finiteSpring(def.stiffness, def.damping);
         return world.CreateJoint(&def);
     }
     case JointType::Weld: {
@@ -157,6 +168,7 @@ b2Joint* createBox2DJoint(b2World& world, const JointValues& j, b2Body* bodyA, b
         def.referenceAngle = finiteOr(j.referenceAngle, 0);
         b2AngularStiffness(def.stiffness, def.damping, nonNegative(j.frequency), nonNegative(j.dampingRatio), bodyA,
                            bodyB);
+        finiteSpring(def.stiffness, def.damping);
         return world.CreateJoint(&def);
     }
     case JointType::Friction: {
@@ -197,6 +209,7 @@ b2Joint* createBox2DJoint(b2World& world, const JointValues& j, b2Body* bodyA, b
         def.maxForce = nonNegative(j.maxForce);
         b2LinearStiffness(def.stiffness, def.damping, nonNegative(j.frequency), nonNegative(j.dampingRatio), bodyA,
                           bodyB);
+        finiteSpring(def.stiffness, def.damping);
         auto* joint = static_cast<b2MouseJoint*>(world.CreateJoint(&def));
         const b2Vec2 target = finiteVec(j.target);
         if (target != def.target)
