@@ -276,6 +276,9 @@ TEST(RuntimeBox2DScene, RecordsBox2DCannotTakeAreReported)
         {"\"bodyA\": 0, \"bodyB\": 1", "\"bodyA\": 1, \"bodyB\": 1", "/joint/0/bodyB: a joint needs two different bodies"},
         {"\"bodyA\": 0, \"bodyB\": 2", "\"bodyA\": 0, \"bodyB\": 1",
          "/joint/2: the two joints of a gear joint need different second bodies"},
+        {"\"name\": \"crate\", \"type\": 2, \"position\": {\"x\": 2, \"y\": 3}",
+         "\"name\": \"crate\", \"type\": 0, \"position\": {\"x\": 2, \"y\": 3}",
+         "/joint/2: the second bodies (bodyB) of a gear joint's two joints must be dynamic"},
         {"\"position\": {\"x\": 0, \"y\": 8}",
          "\"position\": {\"x\": 0, \"y\": 8}, \"massData-mass\": 1, \"massData-center\": {\"x\": 5, \"y\": 0}, "
          "\"massData-I\": 2",

@@ -18,10 +18,19 @@ using namespace detail;
 
 constexpr unsigned kParseFlags = rapidjson::kParseIterativeFlag;
 
-// Compares a member name with a key.
-bool is(const char* name, const char* key)
+// A member name, with its length (compared first: most keys differ there).
+struct Name
 {
-    return std::strcmp(name, key) == 0;
+    const char* text;
+    size_t length;
+
+    explicit Name(const Value& name) : text(name.GetString()), length(name.GetStringLength()) {}
+};
+
+template <size_t N>
+bool is(const Name& name, const char (&key)[N])
+{
+    return name.length == N - 1 && std::memcmp(name.text, key, N - 1) == 0;
 }
 
 int index(const Value& value, const Where& where, size_t count, const char* what)
@@ -33,17 +42,17 @@ int index(const Value& value, const Where& where, size_t count, const char* what
     return int(i);
 }
 
-void readShape(const char* kind, const Value& value, const Where& where, ShapeDescription& shape)
+void readShape(const Name& kind, const Value& value, const Where& where, ShapeDescription& shape)
 {
     requireObject(value, where);
     if (is(kind, "circle")) {
         shape.type = ShapeType::Circle;
         for (const auto& m : value.GetObject()) {
-            const char* key = m.name.GetString();
+            const Name key(m.name);
             if (is(key, "center"))
-                shape.center = readVec2(m.value, where.member(key));
+                shape.center = readVec2(m.value, where.member(key.text));
             else if (is(key, "radius"))
-                shape.radius = readFloat(m.value, where.member(key));
+                shape.radius = readFloat(m.value, where.member(key.text));
         }
     } else if (is(kind, "polygon")) {
         shape.type = ShapeType::Polygon;
@@ -54,8 +63,8 @@ void readShape(const char* kind, const Value& value, const Where& where, ShapeDe
     } else if (is(kind, "edge")) {
         shape.type = ShapeType::Edge;
         for (const auto& m : value.GetObject()) {
-            const char* key = m.name.GetString();
-            const Where w = where.member(key);
+            const Name key(m.name);
+            const Where w = where.member(key.text);
             if (is(key, "vertex1"))
                 shape.vertex1 = readVec2(m.value, w);
             else if (is(key, "vertex2"))
@@ -74,7 +83,7 @@ void readShape(const char* kind, const Value& value, const Where& where, ShapeDe
         shape.type = ShapeType::Chain;
         const auto vertices = value.FindMember("vertices");
         if (vertices == value.MemberEnd())
-            fail(where, std::string("a ") + kind + " needs \"vertices\"");
+            fail(where, std::string("a ") + kind.text + " needs \"vertices\"");
         shape.vertices = readPointList(vertices->value, where.member("vertices"));
         if (is(kind, "loop")) {
             if (shape.vertices.size() < 3)
@@ -83,8 +92,8 @@ void readShape(const char* kind, const Value& value, const Where& where, ShapeDe
             return;
         }
         for (const auto& m : value.GetObject()) {
-            const char* key = m.name.GetString();
-            const Where w = where.member(key);
+            const Name key(m.name);
+            const Where w = where.member(key.text);
             if (is(key, "hasPrevVertex"))
                 shape.hasPrevVertex = readBool(m.value, w);
             else if (is(key, "hasNextVertex"))
@@ -102,8 +111,8 @@ void readFixture(const Value& value, const Where& where, FixtureDescription& fix
     requireObject(value, where);
     const char* shapeKind = nullptr;
     for (const auto& m : value.GetObject()) {
-        const char* key = m.name.GetString();
-        const Where w = where.member(key);
+        const Name key(m.name);
+        const Where w = where.member(key.text);
         if (is(key, "name"))
             fixture.name = readString(m.value, w);
         else if (is(key, "friction"))
@@ -125,7 +134,7 @@ void readFixture(const Value& value, const Where& where, FixtureDescription& fix
         else if (is(key, "circle") || is(key, "polygon") || is(key, "edge") || is(key, "chain") || is(key, "loop")) {
             if (shapeKind)
                 fail(w, std::string("a fixture has one shape, and this one already has \"") + shapeKind + "\"");
-            shapeKind = key;
+            shapeKind = key.text;
             readShape(key, m.value, w, fixture.shape);
         }
     }
@@ -137,8 +146,8 @@ void readBody(const Value& value, const Where& where, BodyDescription& body)
 {
     requireObject(value, where);
     for (const auto& m : value.GetObject()) {
-        const char* key = m.name.GetString();
-        const Where w = where.member(key);
+        const Name key(m.name);
+        const Where w = where.member(key.text);
         if (is(key, "name"))
             body.name = readString(m.value, w);
         else if (is(key, "type"))
@@ -187,7 +196,7 @@ void readBody(const Value& value, const Where& where, BodyDescription& body)
     }
 }
 
-void readJointMember(const char* key, const Value& value, const Where& w, size_t bodyCount, size_t jointCount,
+void readJointMember(const Name& key, const Value& value, const Where& w, size_t bodyCount, size_t jointCount,
                      JointDescription& joint)
 {
     JointValues& j = joint.values;
@@ -270,7 +279,7 @@ void readJoint(const Value& value, const Where& where, size_t bodyCount, size_t 
     if (joint.values.type == JointType::Unknown)
         fail(where.member("type"), "unknown joint type \"" + word + "\"");
     for (const auto& m : value.GetObject())
-        readJointMember(m.name.GetString(), m.value, where.member(m.name.GetString()), bodyCount, jointCount, joint);
+        readJointMember(Name(m.name), m.value, where.member(m.name.GetString()), bodyCount, jointCount, joint);
     // A joint holds two bodies; a gear joint's are those of the joints it couples.
     if (joint.values.type != JointType::Gear) {
         if (joint.bodyB < 0)
@@ -299,8 +308,8 @@ void readImage(const Value& value, const Where& where, size_t bodyCount, ImageDe
 {
     requireObject(value, where);
     for (const auto& m : value.GetObject()) {
-        const char* key = m.name.GetString();
-        const Where w = where.member(key);
+        const Name key(m.name);
+        const Where w = where.member(key.text);
         if (is(key, "body"))
             image.body = index(m.value, w, bodyCount, "body");
         else if (is(key, "name"))
@@ -346,8 +355,8 @@ void readObject(const Value& value, const Where& where, ObjectDescription& objec
 {
     requireObject(value, where);
     for (const auto& m : value.GetObject()) {
-        const char* key = m.name.GetString();
-        const Where w = where.member(key);
+        const Name key(m.name);
+        const Where w = where.member(key.text);
         if (is(key, "name"))
             object.name = readString(m.value, w);
         else if (is(key, "path"))
@@ -380,8 +389,8 @@ void readWorld(const Value& root, SceneDescription& scene)
             readBody(array[i], w.element(i), scene.bodies[i]);
     }
     for (const auto& m : root.GetObject()) {
-        const char* key = m.name.GetString();
-        const Where w = top.member(key);
+        const Name key(m.name);
+        const Where w = top.member(key.text);
         if (is(key, "gravity"))
             s.gravity = readVec2(m.value, w);
         else if (is(key, "allowSleep"))

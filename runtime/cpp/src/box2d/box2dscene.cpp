@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <functional>
 
 namespace plax
 {
@@ -69,10 +70,19 @@ void applyFileMass(b2Body* body, const BodyDescription& record)
 }
 
 template <typename T, typename Record>
-const Record* find(const std::unordered_map<const T*, const Record*>& map, const T* key)
+const Record* find(const std::vector<std::pair<const T*, const Record*>>& index, const T* key)
 {
-    const auto it = map.find(key);
-    return it == map.end() ? nullptr : it->second;
+    const auto it = std::lower_bound(index.begin(), index.end(), key,
+                                     [](const auto& entry, const T* k) { return std::less<const T*>()(entry.first, k); });
+    return it != index.end() && it->first == key ? it->second : nullptr;
+}
+
+template <typename Index>
+void sortByAddress(Index& index)
+{
+    std::sort(index.begin(), index.end(), [](const auto& a, const auto& b) {
+        return std::less<const void*>()(a.first, b.first);
+    });
 }
 
 const std::string& emptyName()
@@ -132,21 +142,21 @@ std::unique_ptr<Box2DScene> Box2DScene::build(b2World* world, std::unique_ptr<b2
     r.m_bodies.reserve(d.bodies.size());
     r.m_fixtures.reserve(fixtureCount);
     r.m_bodyRecords.reserve(d.bodies.size());
-    r.m_fixtureRecords.reserve(fixtureCount);
+    r.m_fixtureRecords.reserve(fixtureCount * 2);
     for (const BodyDescription& record : d.bodies) {
         const b2BodyDef def = bodyDef(record, offset);
         b2Body* body = world->CreateBody(&def);
         for (const FixtureDescription& fixtureRecord : record.fixtures) {
             const detail::CreatedFixtures made = detail::createFixture(body, fixtureRecord);
             r.m_fixtures.push_back(made.fixture);
-            r.m_fixtureRecords.emplace(made.fixture, &fixtureRecord);
+            r.m_fixtureRecords.emplace_back(made.fixture, &fixtureRecord);
             if (made.twin)
-                r.m_fixtureRecords.emplace(made.twin, &fixtureRecord);
+                r.m_fixtureRecords.emplace_back(made.twin, &fixtureRecord);
         }
         settleBodyMass(body);
         applyFileMass(body, record);
         r.m_bodies.push_back(body);
-        r.m_bodyRecords.emplace(body, &record);
+        r.m_bodyRecords.emplace_back(body, &record);
     }
 
     // Gear joints need the joints they couple: they are made after all others.
@@ -168,9 +178,13 @@ std::unique_ptr<Box2DScene> Box2DScene::build(b2World* world, std::unique_ptr<b2
             b2Joint* joint = createBox2DJoint(*world, values, a, b, j1, j2);
             r.m_joints[i] = joint;
             if (joint)
-                r.m_jointRecords.emplace(joint, &record);
+                r.m_jointRecords.emplace_back(joint, &record);
         }
     }
+
+    sortByAddress(r.m_bodyRecords);
+    sortByAddress(r.m_fixtureRecords);
+    sortByAddress(r.m_jointRecords);
 
     if (offset.x != 0 || offset.y != 0) {
         for (ImageDescription& image : r.m_scene.images) {

@@ -8,7 +8,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace plax
@@ -120,9 +120,13 @@ private:
     std::vector<b2Body*> m_bodies;
     std::vector<b2Fixture*> m_fixtures;
     std::vector<b2Joint*> m_joints;
-    std::unordered_map<const b2Body*, const BodyDescription*> m_bodyRecords;
-    std::unordered_map<const b2Fixture*, const FixtureDescription*> m_fixtureRecords;
-    std::unordered_map<const b2Joint*, const JointDescription*> m_jointRecords;
+    // Box2D objects and their records, sorted by address once built: one
+    // allocation each, looked up by binary search.
+    template <typename Object, typename Record>
+    using RecordIndex = std::vector<std::pair<const Object*, const Record*>>;
+    RecordIndex<b2Body, BodyDescription> m_bodyRecords;
+    RecordIndex<b2Fixture, FixtureDescription> m_fixtureRecords;
+    RecordIndex<b2Joint, JointDescription> m_jointRecords;
 };
 
 /// Reads a raw-info file and builds it into a new world (see Box2DScene::create).
