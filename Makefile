@@ -8,7 +8,7 @@ EXAMPLE    ?= examples/demo.plax
 
 FUZZ_BUILD   ?= build-fuzz
 FUZZ_SECONDS ?= 60
-FUZZ_TARGETS ?= scenereader rawinforeader preprocessor export decomposition
+FUZZ_TARGETS ?= scenereader rawinforeader preprocessor export decomposition runtimereader
 
 PREFIX     ?= /usr/local
 

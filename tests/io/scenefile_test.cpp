@@ -4,6 +4,7 @@
 #include "io/sceneloader.h"
 #include "io/scenewriter.h"
 #include "model/metaworld.h"
+#include "support/schemacheck.h"
 
 #include <gtest/gtest.h>
 
@@ -58,6 +59,8 @@ TEST_P(SceneRoundTrip, EveryMemberSurvivesAndResavingIsStable)
     EXPECT_TRUE(first.contains("\"images/wheel.png\""));
     EXPECT_TRUE(readFile(path("b.plax")).contains(QDir::cleanPath(path("images/wheel.png")).toUtf8()));
     EXPECT_EQ(readFile(path("b.plax")), readFile(path("c.plax")));
+    for (const char* name : {"a.plax", "b.plax", "c.plax"})
+        EXPECT_EQ(fileSchemaViolation(FileSchema::Scene, path(QString::fromLatin1(name))), QString());
     EXPECT_EQ(first.contains("\n   "), GetParam());
 }
 
