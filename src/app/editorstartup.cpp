@@ -8,6 +8,7 @@
 #include "panels/customactionmenus.h"
 #include "panels/scriptlibrary.h"
 #include "script/scriptapi.h"
+#include "script/scripthooksmanager.h"
 
 #include <angelscript.h>
 
@@ -103,4 +104,6 @@ void showWorkingDirectoryOptions(MainWindow& window, const QString& installedCon
     defaultActionMenuFound();
     tooling->customMenus()->loadCustomMenuActions();
     tooling->scriptLibrary()->refresh();
+    if (ScriptHooksManager* hooks = ScriptHooksManager::instance())
+        hooks->load();
 }

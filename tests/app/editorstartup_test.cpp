@@ -9,6 +9,7 @@
 #include "panels/customactionmenus.h"
 #include "panels/preferencesdialog.h"
 #include "panels/tipsdialog.h"
+#include "script/scripthooksmanager.h"
 #include "support/guitesting.h"
 #include "support/logcapture.h"
 
@@ -161,6 +162,8 @@ TEST_F(EditorStartupTest, MissingDefaultMenuOpensTheOptionsOnTheWorkingDirectory
     // An installed configuration to seed the folder the user picks.
     const QString installed = dir.filePath("prefix/share/plax/config");
     copyProjectConfig(installed);
+    GuiTesting::writeFile(dir, "prefix/share/plax/config/scripthooks.json",
+                          R"({"events": [{"trigger": "AFTER_EXPORT", "scripts": ["after.rs"]}]})");
     const QString chosen = dir.filePath("chosen");
     QDir().mkpath(chosen);
 
@@ -194,6 +197,9 @@ TEST_F(EditorStartupTest, MissingDefaultMenuOpensTheOptionsOnTheWorkingDirectory
     EXPECT_TRUE(QFile::exists(QDir(chosen).filePath("config/actionMenu/default/layout.json")));
     EXPECT_TRUE(log.has(LOG_INFO, "Set current working directory to " + QDir::currentPath())) << log.dump().toStdString();
     EXPECT_TRUE(ScriptTooling::of(window.get())->customMenus()->loader().layouts().contains("default"));
+    ASSERT_NE(ScriptHooksManager::instance(), nullptr);
+    EXPECT_EQ(ScriptHooksManager::instance()->scripts(SHE_AFTER_EXPORT), QStringList{"after.rs"})
+        << "the hooks come from the new folder too";
     EXPECT_EQ(log.count(LOG_ERROR, "Could not find default action menu"), 1);
 }
 
