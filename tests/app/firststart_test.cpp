@@ -84,7 +84,7 @@ TEST_F(FirstStartTest, TheSceneViewIsTheLargestPartOfAWindowOverMostOfTheScreen)
     EditorView* view = window->workspace()->openFile(copyExample(dir));
     ASSERT_NE(view, nullptr);
     ASSERT_TRUE(QTest::qWaitForWindowExposed(view));
-    EXPECT_GE(area(view->size()), 0.5 * area(window->size()))
+    EXPECT_TRUE(waitFor([&] { return area(view->size()) >= 0.5 * area(window->size()); }))
         << "scene view " << view->width() << " x " << view->height() << " in " << window->width() << " x "
         << window->height();
     for (QDockWidget* d : window->findChildren<QDockWidget*>()) {
