@@ -1,6 +1,8 @@
 target_sources(plaxgui PRIVATE
+  app/actionicons.cpp app/actionicons.h
   app/autosave.cpp app/autosave.h
   app/batchtool.cpp app/batchtool.h
+  app/docklayout.cpp app/docklayout.h
   app/editactions.cpp app/editactions.h
   app/editorstartup.cpp app/editorstartup.h
   app/editorworkspace.cpp app/editorworkspace.h

@@ -21,7 +21,8 @@ namespace SettingsKeys
 /// current one; the editor keeps it when it holds the default action menu and
 /// otherwise uses userWorkingFolder().
 inline constexpr const char* kWorkingDirectory = "workspace/workingdirectory";
-/// Whether DEBUG messages are echoed to the console in batch mode.
+/// Whether DEBUG messages are echoed to the console in batch mode and shown
+/// by the editor's message log from the start (plax.log holds them anyway).
 inline constexpr const char* kDebugOutput = "workspace/debugoutput";
 /// Whether the documents open at the last exit are reopened at start-up.
 inline constexpr const char* kReopenRecentDocuments = "workspace/reopenrecentdocuments";

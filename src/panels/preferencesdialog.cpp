@@ -198,7 +198,12 @@ QWidget* PreferencesDialog::workspacePage()
                                PreferenceKeys::kReusePlayerViews, tr("Reuse player views"));
     form->addRow(tr("Autosave every (minutes):"), m_autosave);
     form->addRow(tr("Environment - working directory:"), m_workingDirectory);
+    m_debugOutput = named(new QCheckBox(tr("Show debug messages in the message log and the batch tool's output"), page),
+                          SettingsKeys::kDebugOutput, tr("Debug output"),
+                          tr("For developers: the message log starts at DEBUG instead of INFO; plax.log always "
+                             "holds every message"));
     form->addRow(QString(), m_reusePlayerViews);
+    form->addRow(QString(), m_debugOutput);
     return page;
 }
 
@@ -276,6 +281,7 @@ void PreferencesDialog::load()
                                          PreferenceKeys::kDefaultAutosaveMinutes).toInt());
     m_workingDirectory->setText(settings->value(QLatin1String(SettingsKeys::kWorkingDirectory)).toString());
     m_reusePlayerViews->setChecked(settings->value(QLatin1String(PreferenceKeys::kReusePlayerViews), false).toBool());
+    m_debugOutput->setChecked(settings->value(QLatin1String(SettingsKeys::kDebugOutput), false).toBool());
     m_scriptTimeout->setValue(settings->value(QLatin1String(ScriptLimits::kTimeSettingsKey),
                                               ScriptLimits::kDefaultTimeSeconds).toInt());
     m_mouseJointForce->setValue(real(kMouseJointForceKey, kDefaultMouseJointForce));
@@ -300,6 +306,7 @@ void PreferencesDialog::save()
     settings->setValue(QLatin1String(PreferenceKeys::kAutosaveMinutes), m_autosave->value());
     settings->setValue(QLatin1String(SettingsKeys::kWorkingDirectory), m_workingDirectory->text().trimmed());
     settings->setValue(QLatin1String(PreferenceKeys::kReusePlayerViews), m_reusePlayerViews->isChecked());
+    settings->setValue(QLatin1String(SettingsKeys::kDebugOutput), m_debugOutput->isChecked());
     settings->setValue(QLatin1String(ScriptLimits::kTimeSettingsKey), m_scriptTimeout->value());
     settings->setValue(QLatin1String(kMouseJointForceKey), m_mouseJointForce->value());
     settings->setValue(QLatin1String(TipsDialog::kShowAtStartupKey), m_showTips->isChecked());

@@ -43,7 +43,7 @@ QString defaultIssuePage();
 } // namespace PreferenceKeys
 
 /// The preferences: the editor's colours, snapping steps, autosave interval,
-/// working directory, script time limit, mouse joint force of the player,
+/// working directory, debug output, script time limit, mouse joint force of the player,
 /// polygon decomposition method, reuse of player views, tips, update check
 /// and issue page. Values are read from the application settings when the
 /// dialog opens and written back on OK or Apply, so they persist across a
@@ -93,6 +93,7 @@ private:
     QSpinBox* m_autosave = nullptr;
     QLineEdit* m_workingDirectory = nullptr;
     QCheckBox* m_reusePlayerViews = nullptr;
+    QCheckBox* m_debugOutput = nullptr;
     QSpinBox* m_scriptTimeout = nullptr;
     QDoubleSpinBox* m_mouseJointForce = nullptr;
     QComboBox* m_decomposition = nullptr;
