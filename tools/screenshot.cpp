@@ -4,12 +4,12 @@
 //
 //   plax-screenshot OUT.png [--size WxH | --first-start] [--script FILE.rs]
 //                   [--key KEYS] [--action OBJECTNAME] [--tips] [--samples N] [--wait MS] SCENE...
-#include "app/mainwindow.h"
 #include "app/editorworkspace.h"
+#include "app/mainwindow.h"
 #include "app/scripttooling.h"
 #include "base/settings.h"
 #include "document/editordocument.h"
-#include "script/documentscripting.h"
+#include "engine/documentscripting.h"
 #include "support/tempsettings.h"
 #include "views/editorview.h"
 

@@ -4,9 +4,9 @@
 #include "bench.h"
 
 #include "document/editordocument.h"
-#include "script/documentscripting.h"
-#include "script/scriptexecution.h"
-#include "script/scriptlimits.h"
+#include "engine/documentscripting.h"
+#include "engine/scriptexecution.h"
+#include "engine/scriptlimits.h"
 
 #include <cstdio>
 

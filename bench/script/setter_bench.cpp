@@ -4,10 +4,10 @@
 #include "largescene.h"
 
 #include "document/editordocument.h"
+#include "engine/documentscripting.h"
+#include "engine/scriptlog.h"
 #include "io/scenewriter.h"
 #include "model/metaworld.h"
-#include "script/documentscripting.h"
-#include "script/scriptlog.h"
 
 #include <QTemporaryDir>
 

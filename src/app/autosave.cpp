@@ -4,7 +4,7 @@
 #include "base/log.h"
 #include "base/settings.h"
 #include "document/editordocument.h"
-#include "script/scriptlog.h"
+#include "engine/scriptlog.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,12 +1,15 @@
 #include "app/batchtool.h"
 
 #include "base/flags.h"
-#include "editing/editswitches.h"
 #include "base/log.h"
 #include "base/settings.h"
 #include "base/version.h"
 #include "document/editordocument.h"
 #include "document/imagedata.h"
+#include "editing/editswitches.h"
+#include "engine/batchscript.h"
+#include "engine/scriptexecution.h"
+#include "hooks/scripthooksmanager.h"
 #include "io/exportfilter.h"
 #include "io/rawinfoexport.h"
 #include "model/metaworld.h"
@@ -15,9 +18,6 @@
 #include "objects/objectexpansion.h"
 #include "objects/objectmanager.h"
 #include "physics/worldbuild.h"
-#include "script/batchscript.h"
-#include "script/scriptexecution.h"
-#include "script/scripthooksmanager.h"
 
 #include <angelscript.h>
 

@@ -1,14 +1,14 @@
 #include "app/editorstartup.h"
 
+#include "api/scriptapi.h"
 #include "app/mainwindow.h"
 #include "app/scripttooling.h"
 #include "base/log.h"
 #include "base/settings.h"
 #include "base/version.h"
+#include "hooks/scripthooksmanager.h"
 #include "panels/customactionmenus.h"
 #include "panels/scriptlibrary.h"
-#include "script/scriptapi.h"
-#include "script/scripthooksmanager.h"
 
 #include <angelscript.h>
 

@@ -3,10 +3,10 @@
 #include "app/recentfiles.h"
 #include "base/log.h"
 #include "base/settings.h"
+#include "docscripts/documentscripts.h"
 #include "document/editordocument.h"
-#include "script/documentscripting.h"
-#include "script/documentscripts.h"
 #include "document/imagedata.h"
+#include "engine/documentscripting.h"
 #include "model/metaworld.h"
 #include "objects/instanceattach.h"
 #include "objects/objectmanager.h"
@@ -140,7 +140,7 @@ EditorView* EditorWorkspace::openFile(const QString& path)
     EditorView* view = openEditorView(added);
     attachObjects(m_documentToViewMap.at(added));
     // Asks, once per scene file, before running what the scene names.
-    added->scripting().documentScripts().prepare();
+    added->documentScripts().prepare();
     if (view)
         view->sceneChanged();
     emit recentFilesChanged(RecentFiles::add(absolute));
@@ -161,7 +161,7 @@ EditorView* EditorWorkspace::openRecovered(const QString& backupPath, const QStr
     EditorView* view = openEditorView(added);
     attachObjects(m_documentToViewMap.at(added));
     // Asks, once per scene file, before running what the scene names.
-    added->scripting().documentScripts().prepare();
+    added->documentScripts().prepare();
     return view;
 }
 
@@ -364,7 +364,7 @@ bool EditorWorkspace::reopenActive(bool confirm)
         return false;
     }
     plaxLog(LOG_INFO, "Reopened '%s'", qPrintable(path));
-    document->scripting().documentScripts().prepare();
+    document->documentScripts().prepare();
     for (const auto& image : document->world().images())
         refreshImageData(*image, path);
     attachObjects(entry);

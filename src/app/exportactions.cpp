@@ -4,9 +4,9 @@
 #include "base/log.h"
 #include "base/version.h"
 #include "document/editordocument.h"
+#include "hooks/scripthooksmanager.h"
 #include "panels/scenescriptsdialog.h"
 #include "panels/scripthooksdialog.h"
-#include "script/scripthooksmanager.h"
 
 #include <QAction>
 #include <QFileDialog>

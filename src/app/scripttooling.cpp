@@ -1,10 +1,14 @@
 #include "app/scripttooling.h"
 
+#include "api/scriptqueries.h"
 #include "app/editorworkspace.h"
 #include "app/mainwindow.h"
 #include "base/log.h"
 #include "base/settings.h"
 #include "document/editordocument.h"
+#include "engine/scriptoutput.h"
+#include "engine/scriptstate.h"
+#include "engine/scriptuihooks.h"
 #include "panels/aboutdialog.h"
 #include "panels/collisionfiltertable.h"
 #include "panels/customactionmenus.h"
@@ -18,10 +22,6 @@
 #include "panels/scriptquerydialogs.h"
 #include "panels/tipsdialog.h"
 #include "panels/updatecheck.h"
-#include "script/scriptoutput.h"
-#include "script/scriptqueries.h"
-#include "script/scriptstate.h"
-#include "script/scriptuihooks.h"
 
 #include <QAction>
 #include <QDesktopServices>

@@ -1,15 +1,16 @@
 #include "document/editordocument.h"
 
+#include "api/scriptapi.h"
 #include "base/flags.h"
 #include "base/log.h"
+#include "docscripts/documentscripts.h"
 #include "editing/modifiedstate.h"
+#include "engine/documentscripting.h"
+#include "engine/scriptbackground.h"
 #include "io/filereferences.h"
 #include "io/sceneloader.h"
 #include "io/scenewriter.h"
 #include "model/metaworld.h"
-#include "script/documentscripting.h"
-#include "script/documentscripts.h"
-#include "script/scriptbackground.h"
 
 #include <QFileInfo>
 
@@ -26,13 +27,16 @@ EditorDocument::EditorDocument() : m_world(std::make_unique<MetaWorld>()), m_ide
 {
     if (!AppFlags::isBatchMode())
         plaxLog(LOG_DEBUG, "Constructing EditorDocument %08X", unsigned(reinterpret_cast<quintptr>(this)));
-    m_scripting = std::make_unique<DocumentScripting>(*this);
+    m_scripting = std::make_unique<DocumentScripting>(*this, registerScriptApi);
+    m_documentScripts = std::make_unique<DocumentScripts>(*this);
 }
 
 EditorDocument::~EditorDocument()
 {
     // The commands refer to the document; they go before anything else.
     m_undoStack.clear();
+    // The scene's own scripts keep functions of modules on the engine.
+    m_documentScripts.reset();
     // The engine goes next: releasing it discards modules that refer to the scene.
     m_scripting.reset();
 }
@@ -51,7 +55,7 @@ bool EditorDocument::load(const QString& path)
     m_world = std::move(loaded);
     m_filePath = QFileInfo(path).absoluteFilePath();
     m_scripting->scriptLog().start(m_filePath);
-    m_scripting->documentScripts().sceneReplaced();
+    m_documentScripts->sceneReplaced();
     m_undoStack.setClean();
     return true;
 }
@@ -71,7 +75,7 @@ bool EditorDocument::save(const QString& path, bool adoptPath)
         }
         m_undoStack.setClean();
         m_recovered = false;
-        m_scripting->documentScripts().sceneSaved();
+        m_documentScripts->sceneSaved();
     }
     return true;
 }

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "docscripts/documentscriptshost.h"
 #include "editing/editorstate.h"
 #include "editing/selection.h"
-#include "script/scriptdocument.h"
 
 #include <QString>
 #include <QUndoStack>
@@ -10,12 +10,13 @@
 #include <memory>
 
 class DocumentScripting;
+class DocumentScripts;
 class MetaWorld;
 
 /// One open scene: the scene model with its file, its script engine, its
 /// undo stack, selection and editor state. Batch mode and the interface both
 /// work through documents.
-class EditorDocument : public ScriptDocument
+class EditorDocument : public DocumentScriptsHost
 {
 public:
     /// A document holding a new, empty scene.
@@ -56,6 +57,8 @@ public:
 
     /// The document's script engine, live script state and script log.
     DocumentScripting& scripting() override { return *m_scripting; }
+    /// The scripts the scene names (labels, export and display filters).
+    DocumentScripts& documentScripts() override { return *m_documentScripts; }
     /// The document's undo stack.
     QUndoStack& undoStack() override { return m_undoStack; }
     /// The selected items and vertices.
@@ -75,5 +78,6 @@ private:
     Selection m_selection;
     EditorState m_editorState;
     std::unique_ptr<DocumentScripting> m_scripting;
+    std::unique_ptr<DocumentScripts> m_documentScripts;
     bool m_recovered = false;
 };

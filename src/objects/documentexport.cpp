@@ -1,14 +1,14 @@
 #include "objects/documentexport.h"
 
 #include "base/log.h"
+#include "docscripts/exportfilterscript.h"
 #include "document/editordocument.h"
+#include "hooks/exporthooks.h"
 #include "io/exportfilter.h"
 #include "io/rawinfoexport.h"
 #include "model/metaworld.h"
 #include "objects/objectexpansion.h"
 #include "physics/worldbuild.h"
-#include "script/exportfilterscript.h"
-#include "script/exporthooks.h"
 
 bool exportDocument(EditorDocument& document, ExportKind kind, const QString& path)
 {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "script/objectinstancehost.h"
+#include "engine/objectinstancehost.h"
 
 #include <QString>
 

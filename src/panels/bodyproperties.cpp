@@ -1,10 +1,10 @@
 // Rows of bodies and fixtures.
 #include "panels/propertyrows.h"
 
+#include "api/scriptapisupport.h"
+#include "api/scriptbody.h"
+#include "api/scriptfixture.h"
 #include "model/metaworld.h"
-#include "script/scriptapisupport.h"
-#include "script/scriptbody.h"
-#include "script/scriptfixture.h"
 
 namespace
 {

@@ -1,11 +1,11 @@
 #include "panels/collisionfiltertable.h"
 
+#include "api/scriptworld.h"
 #include "document/editordocument.h"
 #include "editing/scriptcommand.h"
+#include "edits/selectionedits.h"
+#include "engine/scriptdocument.h"
 #include "model/metaworld.h"
-#include "script/scriptdocument.h"
-#include "script/scriptworld.h"
-#include "script/selectionedits.h"
 
 #include <QHeaderView>
 #include <QLabel>

@@ -3,8 +3,8 @@
 #include "base/log.h"
 #include "base/settings.h"
 #include "document/editordocument.h"
-#include "script/scriptbackground.h"
-#include "script/scriptpreprocessor.h"
+#include "engine/scriptbackground.h"
+#include "engine/scriptpreprocessor.h"
 
 #include <QActionGroup>
 #include <QFile>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "script/customactionmenu.h"
+#include "hooks/customactionmenu.h"
 
 #include <QObject>
 

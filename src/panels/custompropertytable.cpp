@@ -1,11 +1,11 @@
 #include "panels/custompropertytable.h"
 
+#include "api/scriptworld.h"
 #include "base/log.h"
 #include "document/editordocument.h"
 #include "editing/scriptcommand.h"
+#include "engine/scriptdocument.h"
 #include "model/metaworld.h"
-#include "script/scriptdocument.h"
-#include "script/scriptworld.h"
 
 #include <QComboBox>
 #include <QHBoxLayout>

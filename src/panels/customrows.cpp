@@ -2,8 +2,8 @@
 #include "panels/propertyrows.h"
 
 #include "document/editordocument.h"
+#include "edits/selectionedits.h"
 #include "model/metaworld.h"
-#include "script/selectionedits.h"
 
 namespace
 {

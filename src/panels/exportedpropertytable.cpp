@@ -1,13 +1,13 @@
 #include "panels/exportedpropertytable.h"
 
+#include "api/scriptexportexclusions.h"
 #include "document/editordocument.h"
 #include "editing/scriptcommand.h"
+#include "engine/scriptdocument.h"
 #include "io/exportfilter.h"
 #include "io/rawinfoexport.h"
 #include "model/metaworld.h"
 #include "physics/worldbuild.h"
-#include "script/scriptdocument.h"
-#include "script/scriptexportexclusions.h"
 
 #include <QHeaderView>
 #include <QLineEdit>

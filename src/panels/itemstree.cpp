@@ -1,10 +1,10 @@
 #include "panels/itemstree.h"
 
+#include "api/scriptapisupport.h"
+#include "api/scriptbody.h"
+#include "api/scriptfixture.h"
 #include "document/editordocument.h"
 #include "model/metaworld.h"
-#include "script/scriptapisupport.h"
-#include "script/scriptbody.h"
-#include "script/scriptfixture.h"
 
 #include <algorithm>
 

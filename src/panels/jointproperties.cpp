@@ -1,8 +1,8 @@
 #include "panels/propertyrows.h"
 
+#include "api/scriptapisupport.h"
+#include "api/scriptjoint.h"
 #include "model/metaworld.h"
-#include "script/scriptapisupport.h"
-#include "script/scriptjoint.h"
 
 #include <algorithm>
 

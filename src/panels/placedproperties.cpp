@@ -2,13 +2,13 @@
 // instances.
 #include "panels/propertyrows.h"
 
+#include "api/scriptapisupport.h"
+#include "api/scriptimage.h"
+#include "api/scriptobject.h"
+#include "api/scriptpath.h"
+#include "api/scriptplacedapi.h"
+#include "api/scriptsampler.h"
 #include "model/metaworld.h"
-#include "script/scriptapisupport.h"
-#include "script/scriptimage.h"
-#include "script/scriptobject.h"
-#include "script/scriptpath.h"
-#include "script/scriptplacedapi.h"
-#include "script/scriptsampler.h"
 
 namespace
 {

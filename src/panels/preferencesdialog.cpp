@@ -1,10 +1,10 @@
 #include "panels/preferencesdialog.h"
 
 #include "base/settings.h"
+#include "engine/scriptlimits.h"
 #include "geometry/decompositionsettings.h"
 #include "panels/tipsdialog.h"
 #include "player/mousedrag.h"
-#include "script/scriptlimits.h"
 #include "views/viewcolors.h"
 
 #include <QCheckBox>

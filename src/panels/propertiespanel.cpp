@@ -1,11 +1,11 @@
 #include "panels/propertiespanel.h"
 
+#include "api/scriptapisupport.h"
+#include "docscripts/displayfilterscript.h"
+#include "docscripts/documentscripts.h"
 #include "document/editordocument.h"
+#include "engine/documentscripting.h"
 #include "model/metaworld.h"
-#include "script/displayfilterscript.h"
-#include "script/documentscripting.h"
-#include "script/documentscripts.h"
-#include "script/scriptapisupport.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -65,7 +65,7 @@ void PropertiesPanel::setDocument(EditorDocument* document)
     if (m_document) {
         m_stackConnection =
             connect(&m_document->undoStack(), &QUndoStack::indexChanged, this, [this] { scheduleRefresh(); });
-        m_scriptsConnection = connect(&m_document->scripting().documentScripts(), &DocumentScripts::changed, this,
+        m_scriptsConnection = connect(&m_document->documentScripts(), &DocumentScripts::changed, this,
                                       [this] { scheduleRefresh(); });
     }
     refresh();
@@ -91,7 +91,7 @@ void PropertiesPanel::refresh()
     if (m_document) {
         // One pass of the display filter script serves the whole refresh.
         std::optional<DisplayFilterScript::Pass> filter;
-        if (DisplayFilterScript* script = m_document->scripting().documentScripts().displayFilter())
+        if (DisplayFilterScript* script = m_document->documentScripts().displayFilter())
             filter.emplace(*script, *m_document);
         m_filter = filter && filter->isReady() ? &*filter : nullptr;
         const Selection& selection = m_document->selection();

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "docscripts/displayfilterscript.h"
 #include "model/itemkind.h"
 #include "panels/propertydefs.h"
-#include "script/displayfilterscript.h"
 
 #include <QScrollArea>
 

@@ -1,14 +1,14 @@
 #include "panels/scenescriptsdialog.h"
 
+#include "api/scriptdocumentsettings.h"
+#include "docscripts/documentscripts.h"
+#include "docscripts/scripttemplates.h"
 #include "document/editordocument.h"
 #include "editing/scriptcommand.h"
+#include "engine/documentscripting.h"
+#include "engine/scriptdocument.h"
+#include "hooks/systemcommand.h"
 #include "model/metaworld.h"
-#include "script/documentscripting.h"
-#include "script/documentscripts.h"
-#include "script/scriptdocument.h"
-#include "script/scriptdocumentsettings.h"
-#include "script/scripttemplates.h"
-#include "script/systemcommand.h"
 
 #include <QCheckBox>
 #include <QDir>
@@ -39,7 +39,7 @@ SceneScriptsDialog::SceneScriptsDialog(EditorDocument& document, const QString& 
 {
     setObjectName(QStringLiteral("SceneScriptsDialog"));
     setWindowTitle(tr("Scene scripts and export command"));
-    const DocumentScripts& scripts = document.scripting().documentScripts();
+    const DocumentScripts& scripts = document.documentScripts();
 
     auto* files = new QGroupBox(tr("Document scripts"), this);
     auto* fileForm = new QFormLayout(files);
@@ -124,7 +124,7 @@ bool SceneScriptsDialog::initializeScript(int index, const QString& path)
 
 void SceneScriptsDialog::accept()
 {
-    DocumentScripts& scripts = m_document.scripting().documentScripts();
+    DocumentScripts& scripts = m_document.documentScripts();
     const SystemHook& hook = m_document.world().afterExportHook;
     bool changed = false;
     {

@@ -1,7 +1,7 @@
 #include "panels/scriptapicatalog.h"
 
-#include "script/scriptapi.h"
-#include "script/scriptapidump.h"
+#include "api/scriptapi.h"
+#include "api/scriptapidump.h"
 
 #include <angelscript.h>
 

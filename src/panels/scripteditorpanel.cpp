@@ -2,12 +2,12 @@
 
 #include "base/log.h"
 #include "document/editordocument.h"
+#include "engine/documentscripting.h"
+#include "engine/scriptbackground.h"
+#include "engine/scriptoutput.h"
+#include "engine/scriptstate.h"
 #include "panels/scripteditor.h"
 #include "panels/scriptlibrary.h"
-#include "script/documentscripting.h"
-#include "script/scriptbackground.h"
-#include "script/scriptoutput.h"
-#include "script/scriptstate.h"
 
 #include <QAction>
 #include <QHBoxLayout>

@@ -1,7 +1,7 @@
 #include "panels/scripthooksdialog.h"
 
+#include "hooks/scripthooksmanager.h"
 #include "panels/scripthooksmodel.h"
-#include "script/scripthooksmanager.h"
 
 #include <QDialogButtonBox>
 #include <QFileDialog>

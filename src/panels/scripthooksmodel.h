@@ -1,6 +1,6 @@
 #pragma once
 
-#include "script/scripthookstable.h"
+#include "hooks/scripthookstable.h"
 
 #include <QAbstractItemModel>
 

@@ -1,6 +1,6 @@
 #include "panels/scriptquerydialogs.h"
 
-#include "script/scriptqueries.h"
+#include "api/scriptqueries.h"
 
 #include <QDialogButtonBox>
 #include <QDoubleSpinBox>

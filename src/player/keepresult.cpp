@@ -1,13 +1,13 @@
 #include "player/keepresult.h"
 
+#include "api/scriptbody.h"
 #include "base/log.h"
 #include "document/editordocument.h"
 #include "editing/scriptcommand.h"
+#include "engine/scriptdocument.h"
 #include "model/metabody.h"
 #include "model/metaworld.h"
 #include "player/playerworld.h"
-#include "script/scriptbody.h"
-#include "script/scriptdocument.h"
 
 #include <cmath>
 #include <vector>

@@ -1,5 +1,6 @@
 #include "player/playerrawinfo.h"
 
+#include "docscripts/exportfilterscript.h"
 #include "document/editordocument.h"
 #include "io/b2djson.h"
 #include "io/exportfilter.h"
@@ -7,7 +8,6 @@
 #include "model/metaworld.h"
 #include "objects/objectexpansion.h"
 #include "physics/worldbuild.h"
-#include "script/exportfilterscript.h"
 
 PlayerRawInfo writePlayerRawInfo(const EditorDocument& document)
 {

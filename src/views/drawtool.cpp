@@ -2,8 +2,8 @@
 
 #include "document/editordocument.h"
 #include "editing/selection.h"
+#include "edits/creationedits.h"
 #include "model/metashape.h"
-#include "script/creationedits.h"
 #include "views/editorview.h"
 #include "views/snapping.h"
 

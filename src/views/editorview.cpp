@@ -1,18 +1,18 @@
 #include "views/editorview.h"
 
+#include "api/scripthookdata.h"
+#include "api/scriptworld.h"
 #include "base/settings.h"
+#include "docscripts/customlabelscript.h"
+#include "docscripts/documentscripts.h"
 #include "document/editordocument.h"
 #include "document/imagedata.h"
 #include "editing/scriptcommand.h"
+#include "edits/creationedits.h"
+#include "engine/documentscripting.h"
+#include "engine/scriptdocument.h"
+#include "hooks/hookevents.h"
 #include "model/metaworld.h"
-#include "script/creationedits.h"
-#include "script/customlabelscript.h"
-#include "script/documentscripting.h"
-#include "script/documentscripts.h"
-#include "script/hookevents.h"
-#include "script/scriptdocument.h"
-#include "script/scripthookdata.h"
-#include "script/scriptworld.h"
 #include "views/drawtool.h"
 #include "views/labelpainter.h"
 #include "views/selecttool.h"
@@ -68,7 +68,7 @@ EditorView::EditorView(EditorDocument& document, std::shared_ptr<TextureCache> t
     setAcceptDrops(true);
     setMinimumSize(64, 48);
     // A changed labels script (or the user's agreement to it) shows at once.
-    connect(&document.scripting().documentScripts(), &DocumentScripts::changed, this, [this] { update(); });
+    connect(&document.documentScripts(), &DocumentScripts::changed, this, [this] { update(); });
     const EditorState& state = document.editorState();
     m_camera.center = state.viewCenter;
     m_camera.height = state.viewHeight > 0 ? state.viewHeight : 20;
@@ -278,7 +278,7 @@ void EditorView::paintGL()
         // One pass of the custom labels script serves the whole repaint.
         std::optional<CustomLabelScript::Pass> pass;
         LabelPainter::Customize customize;
-        if (CustomLabelScript* script = document().scripting().documentScripts().labels()) {
+        if (CustomLabelScript* script = document().documentScripts().labels()) {
             pass.emplace(*script, document());
             if (pass->isReady()) {
                 customize = [this, &pass](const SceneLabel& scene, CustomLabel* label) {

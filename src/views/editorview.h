@@ -1,7 +1,7 @@
 #pragma once
 
+#include "api/scripttransform.h"
 #include "editing/editmode.h"
-#include "script/scripttransform.h"
 #include "views/documentview.h"
 #include "views/labelpainter.h"
 #include "views/scenepicker.h"

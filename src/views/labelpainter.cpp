@@ -1,6 +1,6 @@
 #include "views/labelpainter.h"
 
-#include "script/customlabelscript.h"
+#include "docscripts/customlabelscript.h"
 #include "views/scenegeometry.h"
 #include "views/viewcamera.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "script/transformsession.h"
+#include "edits/transformsession.h"
 #include "views/viewtool.h"
 
 #include <QPointF>

@@ -1,13 +1,13 @@
 // Autosave writes copies of modified documents; a copy left behind by a run
 // that did not end cleanly is offered at the next start and restores the edits.
+#include "api/scriptapisupport.h"
+#include "api/scriptbody.h"
 #include "app/autosave.h"
 #include "app/editorworkspace.h"
 #include "app/mainwindow.h"
 #include "base/settings.h"
 #include "document/editordocument.h"
 #include "model/metaworld.h"
-#include "script/scriptapisupport.h"
-#include "script/scriptbody.h"
 #include "support/guitesting.h"
 #include "views/editorview.h"
 

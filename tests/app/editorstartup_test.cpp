@@ -6,10 +6,10 @@
 #include "app/scripttooling.h"
 #include "base/settings.h"
 #include "document/editordocument.h"
+#include "hooks/scripthooksmanager.h"
 #include "panels/customactionmenus.h"
 #include "panels/preferencesdialog.h"
 #include "panels/tipsdialog.h"
-#include "script/scripthooksmanager.h"
 #include "support/guitesting.h"
 #include "support/logcapture.h"
 

@@ -5,10 +5,10 @@
 #include "app/autosave.h"
 #include "app/editorworkspace.h"
 #include "app/mainwindow.h"
-#include "mainwindowtesting.h"
 #include "document/editordocument.h"
+#include "engine/documentscripting.h"
+#include "mainwindowtesting.h"
 #include "model/metaworld.h"
-#include "script/documentscripting.h"
 #include "support/guitesting.h"
 #include "views/editorview.h"
 

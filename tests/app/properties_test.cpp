@@ -2,12 +2,12 @@
 // one undo step each through the script API, and custom properties.
 #include "app/editorworkspace.h"
 #include "app/mainwindow.h"
-#include "mainwindowtesting.h"
 #include "base/settings.h"
 #include "document/editordocument.h"
+#include "engine/documentscripting.h"
+#include "mainwindowtesting.h"
 #include "model/metaworld.h"
 #include "panels/propertiespanel.h"
-#include "script/documentscripting.h"
 #include "support/guitesting.h"
 #include "views/editorview.h"
 

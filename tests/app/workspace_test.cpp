@@ -1,15 +1,15 @@
 // The editor window driven as a person would: opening, titles, selecting with
 // the mouse, editing in the properties panel, undo through the menu, saving.
+#include "api/scriptapisupport.h"
+#include "api/scriptbody.h"
 #include "app/editorworkspace.h"
 #include "app/mainwindow.h"
-#include "mainwindowtesting.h"
 #include "app/recentfiles.h"
 #include "base/settings.h"
 #include "document/editordocument.h"
+#include "mainwindowtesting.h"
 #include "model/metaworld.h"
 #include "panels/propertiespanel.h"
-#include "script/scriptapisupport.h"
-#include "script/scriptbody.h"
 #include "support/guitesting.h"
 #include "views/editorview.h"
 

@@ -3,7 +3,7 @@
 // input are replaced, so that included names stay inside the scratch folder.
 #include "fuzzsupport.h"
 
-#include "script/scriptpreprocessor.h"
+#include "engine/scriptpreprocessor.h"
 
 #include <QDir>
 #include <QRegularExpression>

@@ -3,11 +3,11 @@
 #include "panelstesting.h"
 
 #include "document/editordocument.h"
+#include "edits/selectionedits.h"
+#include "engine/scriptoutput.h"
+#include "hooks/customactionmenu.h"
 #include "model/metaworld.h"
 #include "panels/customactionmenus.h"
-#include "script/customactionmenu.h"
-#include "script/scriptoutput.h"
-#include "script/selectionedits.h"
 #include "support/logcapture.h"
 
 #include <gtest/gtest.h>

@@ -1,8 +1,8 @@
 #include "panelstesting.h"
 
 #include "document/editordocument.h"
+#include "edits/selectionedits.h"
 #include "model/metaworld.h"
-#include "script/selectionedits.h"
 
 #include <gtest/gtest.h>
 

@@ -3,12 +3,12 @@
 #include "app/autosave.h"
 #include "base/log.h"
 #include "base/settings.h"
+#include "engine/scriptlimits.h"
 #include "geometry/decompositionsettings.h"
 #include "panels/messagelogpanel.h"
 #include "panels/preferencesdialog.h"
 #include "panels/tipsdialog.h"
 #include "player/mousedrag.h"
-#include "script/scriptlimits.h"
 #include "views/viewcolors.h"
 
 #include <gtest/gtest.h>

@@ -4,11 +4,11 @@
 #include "panelstesting.h"
 
 #include "document/editordocument.h"
+#include "engine/documentscripting.h"
 #include "model/metaworld.h"
 #include "panels/scriptapicatalog.h"
 #include "panels/scripteditor.h"
 #include "panels/scripteditorpanel.h"
-#include "script/documentscripting.h"
 #include "support/logcapture.h"
 
 #include <gtest/gtest.h>

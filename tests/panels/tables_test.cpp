@@ -3,11 +3,11 @@
 #include "panelstesting.h"
 
 #include "document/editordocument.h"
+#include "edits/selectionedits.h"
 #include "model/metaworld.h"
 #include "panels/collisionfiltertable.h"
 #include "panels/custompropertytable.h"
 #include "panels/exportedpropertytable.h"
-#include "script/selectionedits.h"
 
 #include <gtest/gtest.h>
 

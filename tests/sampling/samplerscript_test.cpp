@@ -5,12 +5,12 @@
 #include "samplingtestimages.h"
 
 #include "document/editordocument.h"
+#include "edits/samplerpaths.h"
+#include "engine/documentscripting.h"
 #include "model/metaworld.h"
 #include "physics/worldbuild.h"
 #include "sampling/sampleranalysis.h"
 #include "sampling/samplerframe.h"
-#include "script/documentscripting.h"
-#include "script/samplerpaths.h"
 #include "support/logcapture.h"
 
 #include <gtest/gtest.h>

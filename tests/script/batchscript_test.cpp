@@ -2,8 +2,8 @@
 
 #include "base/log.h"
 #include "document/editordocument.h"
-#include "script/batchscript.h"
-#include "script/documentscripting.h"
+#include "engine/batchscript.h"
+#include "engine/documentscripting.h"
 
 #include <gtest/gtest.h>
 

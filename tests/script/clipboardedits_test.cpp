@@ -2,14 +2,14 @@
 // lines, fresh ids, and undo returning the scene to its saved bytes.
 #include "scripttesting.h"
 
+#include "api/scriptitemops.h"
+#include "base/log.h"
 #include "document/editordocument.h"
+#include "edits/clipboardedits.h"
+#include "edits/selectionedits.h"
+#include "engine/scriptdocument.h"
 #include "io/scenewriter.h"
 #include "model/metaworld.h"
-#include "script/clipboardedits.h"
-#include "script/scriptdocument.h"
-#include "script/scriptitemops.h"
-#include "script/selectionedits.h"
-#include "base/log.h"
 #include "support/logcapture.h"
 
 #include <gtest/gtest.h>

@@ -2,13 +2,13 @@
 // each, with its text, and the new item selected.
 #include "scripttesting.h"
 
+#include "api/scripthookdata.h"
 #include "document/editordocument.h"
+#include "edits/creationedits.h"
+#include "edits/selectionchange.h"
+#include "hooks/hookevents.h"
 #include "io/scenewriter.h"
 #include "model/metaworld.h"
-#include "script/creationedits.h"
-#include "script/hookevents.h"
-#include "script/scripthookdata.h"
-#include "script/selectionchange.h"
 
 #include <gtest/gtest.h>
 

@@ -3,9 +3,9 @@
 #include "base/log.h"
 #include "document/editordocument.h"
 #include "editing/editswitches.h"
+#include "engine/documentscripting.h"
+#include "engine/scriptmodules.h"
 #include "model/metaworld.h"
-#include "script/documentscripting.h"
-#include "script/scriptmodules.h"
 
 #include <gtest/gtest.h>
 

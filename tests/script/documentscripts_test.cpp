@@ -3,14 +3,14 @@
 // a function is missing or fails, their settings as undo steps, templates.
 #include "scripttesting.h"
 
+#include "docscripts/customlabelscript.h"
+#include "docscripts/displayfilterscript.h"
+#include "docscripts/documentscripts.h"
+#include "docscripts/scripttemplates.h"
 #include "document/editordocument.h"
+#include "engine/documentscripting.h"
+#include "engine/scriptdocument.h"
 #include "model/metaworld.h"
-#include "script/customlabelscript.h"
-#include "script/displayfilterscript.h"
-#include "script/documentscripting.h"
-#include "script/documentscripts.h"
-#include "script/scriptdocument.h"
-#include "script/scripttemplates.h"
 
 #include <gtest/gtest.h>
 
@@ -40,7 +40,7 @@ protected:
     {
         return *document.world().registry(kind).findByName(name);
     }
-    DocumentScripts& scripts() { return document.scripting().documentScripts(); }
+    DocumentScripts& scripts() { return document.documentScripts(); }
 
     QTemporaryDir dir;
     EditorDocument document;

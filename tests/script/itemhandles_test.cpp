@@ -6,12 +6,12 @@
 #include "scripttesting.h"
 
 #include "document/editordocument.h"
+#include "editing/scriptcommand.h"
+#include "engine/documentscripting.h"
+#include "engine/scriptlog.h"
 #include "model/metaworld.h"
 #include "objects/instanceattach.h"
 #include "objects/objectmanager.h"
-#include "editing/scriptcommand.h"
-#include "script/documentscripting.h"
-#include "script/scriptlog.h"
 
 #include <gtest/gtest.h>
 

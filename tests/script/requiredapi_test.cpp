@@ -5,7 +5,7 @@
 #include "scripttesting.h"
 
 #include "document/editordocument.h"
-#include "script/documentscripting.h"
+#include "engine/documentscripting.h"
 
 #include <gtest/gtest.h>
 

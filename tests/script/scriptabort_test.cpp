@@ -2,9 +2,9 @@
 #include "scripttesting.h"
 
 #include "document/editordocument.h"
+#include "engine/scriptbackground.h"
+#include "engine/scriptlimits.h"
 #include "model/metaworld.h"
-#include "script/scriptbackground.h"
-#include "script/scriptlimits.h"
 
 #include <gtest/gtest.h>
 

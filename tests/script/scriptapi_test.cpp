@@ -1,11 +1,11 @@
 #include "scripttesting.h"
 
+#include "api/scriptapi.h"
+#include "api/scriptapidump.h"
+#include "api/scriptregistrar.h"
 #include "base/log.h"
 #include "document/editordocument.h"
-#include "script/documentscripting.h"
-#include "script/scriptapi.h"
-#include "script/scriptapidump.h"
-#include "script/scriptregistrar.h"
+#include "engine/documentscripting.h"
 
 #include <gtest/gtest.h>
 

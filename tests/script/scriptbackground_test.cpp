@@ -2,10 +2,10 @@
 
 #include "base/log.h"
 #include "document/editordocument.h"
-#include "script/documentscripting.h"
-#include "script/scriptbackground.h"
-#include "script/scriptoutput.h"
-#include "script/scriptuihooks.h"
+#include "engine/documentscripting.h"
+#include "engine/scriptbackground.h"
+#include "engine/scriptoutput.h"
+#include "engine/scriptuihooks.h"
 
 #include <gtest/gtest.h>
 

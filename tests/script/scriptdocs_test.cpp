@@ -2,9 +2,9 @@
 // generated from the same dump as the API snapshot, so it cannot drift.
 #include "scripttesting.h"
 
+#include "api/scriptapidump.h"
 #include "document/editordocument.h"
-#include "script/documentscripting.h"
-#include "script/scriptapidump.h"
+#include "engine/documentscripting.h"
 
 #include <gtest/gtest.h>
 

@@ -1,11 +1,11 @@
 // Search, duplicate, transforms, step, sorting, hook data and queries.
 #include "scripttesting.h"
 
+#include "api/scripthookdata.h"
 #include "document/editordocument.h"
+#include "engine/documentscripting.h"
 #include "io/scenewriter.h"
 #include "model/metaworld.h"
-#include "script/documentscripting.h"
-#include "script/scripthookdata.h"
 
 #include <gtest/gtest.h>
 

@@ -4,8 +4,8 @@
 #include "scripttesting.h"
 
 #include "document/editordocument.h"
+#include "engine/documentscripting.h"
 #include "model/metaworld.h"
-#include "script/documentscripting.h"
 
 #include <gtest/gtest.h>
 

@@ -3,16 +3,16 @@
 // scripts a working folder names.
 #include "scripttesting.h"
 
+#include "api/scripthookdata.h"
 #include "document/editordocument.h"
+#include "edits/creationedits.h"
+#include "edits/selectionedits.h"
+#include "edits/transformsession.h"
+#include "engine/documentscripting.h"
+#include "hooks/hookevents.h"
+#include "hooks/scripthooksmanager.h"
+#include "hooks/scripthookstable.h"
 #include "model/metaworld.h"
-#include "script/creationedits.h"
-#include "script/documentscripting.h"
-#include "script/hookevents.h"
-#include "script/scripthookdata.h"
-#include "script/scripthooksmanager.h"
-#include "script/scripthookstable.h"
-#include "script/selectionedits.h"
-#include "script/transformsession.h"
 
 #include <gtest/gtest.h>
 

@@ -2,8 +2,8 @@
 
 #include "base/settings.h"
 #include "document/editordocument.h"
-#include "script/documentscripting.h"
-#include "script/scriptlog.h"
+#include "engine/documentscripting.h"
+#include "engine/scriptlog.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // The per-execution memory count behind the script memory limit.
-#include "script/scriptmemorybudget.h"
+#include "engine/scriptmemorybudget.h"
 
 #include <angelscript.h>
 

@@ -1,7 +1,7 @@
 #include "scripttesting.h"
 
 #include "base/log.h"
-#include "script/scriptpreprocessor.h"
+#include "engine/scriptpreprocessor.h"
 
 #include <gtest/gtest.h>
 

@@ -5,7 +5,7 @@
 #include "base/notify.h"
 #include "base/settings.h"
 #include "document/editordocument.h"
-#include "script/documentscripting.h"
+#include "engine/documentscripting.h"
 
 #include <gtest/gtest.h>
 

@@ -3,7 +3,7 @@
 #include "base/log.h"
 #include "base/version.h"
 #include "document/editordocument.h"
-#include "script/documentscripting.h"
+#include "engine/documentscripting.h"
 
 #include <gtest/gtest.h>
 

@@ -6,11 +6,11 @@
 #include "base/log.h"
 #include "base/settings.h"
 #include "document/editordocument.h"
-#include "script/documentscripting.h"
-#include "script/scriptexecution.h"
-#include "script/scriptlimits.h"
-#include "script/scriptstate.h"
-#include "script/scriptwatchdog.h"
+#include "engine/documentscripting.h"
+#include "engine/scriptexecution.h"
+#include "engine/scriptlimits.h"
+#include "engine/scriptstate.h"
+#include "engine/scriptwatchdog.h"
 
 #include <gtest/gtest.h>
 

@@ -6,9 +6,9 @@
 #include "sampling/samplerframe.h"
 
 #include "document/editordocument.h"
+#include "edits/selectionedits.h"
 #include "io/scenewriter.h"
 #include "model/metaworld.h"
-#include "script/selectionedits.h"
 
 #include <gtest/gtest.h>
 

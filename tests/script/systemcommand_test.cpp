@@ -2,8 +2,8 @@
 // command is started and reported.
 #include "scripttesting.h"
 
-#include "script/systemcommand.h"
-#include "script/systemhookprocess.h"
+#include "hooks/systemcommand.h"
+#include "hooks/systemhookprocess.h"
 
 #include <gtest/gtest.h>
 

@@ -2,13 +2,13 @@
 // undo step with its own text, and undo returns the scene bit for bit.
 #include "scripttesting.h"
 
+#include "api/scripthookdata.h"
 #include "document/editordocument.h"
+#include "edits/selectionedits.h"
+#include "edits/transformsession.h"
+#include "hooks/hookevents.h"
 #include "io/scenewriter.h"
 #include "model/metaworld.h"
-#include "script/hookevents.h"
-#include "script/scripthookdata.h"
-#include "script/selectionedits.h"
-#include "script/transformsession.h"
 
 #include <gtest/gtest.h>
 

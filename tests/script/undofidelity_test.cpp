@@ -6,11 +6,11 @@
 #include "scripttesting.h"
 
 #include "document/editordocument.h"
+#include "engine/documentscripting.h"
 #include "io/scenewriter.h"
 #include "model/metaworld.h"
 #include "objects/instanceattach.h"
 #include "objects/objectmanager.h"
-#include "script/documentscripting.h"
 
 #include <gtest/gtest.h>
 
