@@ -1,8 +1,5 @@
 #include "app/editactions.h"
 
-#include "api/scriptapisupport.h"
-#include "api/scriptfixture.h"
-#include "api/scriptpath.h"
 #include "api/scripttransform.h"
 #include "api/scriptworld.h"
 #include "app/actionicons.h"
@@ -439,18 +436,7 @@ void EditActions::reverseWinding()
     EditorView* v = view();
     if (!v)
         return;
-    EditorDocument& doc = v->document();
-    const std::vector<ItemId> ids = doc.selection().items(ItemKind::Fixture);
-    if (ids.empty())
-        return;
-    ScriptDocumentScope scope(&doc);
-    UndoMacroScope macro(doc.undoStack(), tr("reverse winding of %1 %2")
-                                              .arg(ids.size())
-                                              .arg(SelectionEdits::kindWord(ItemKind::Fixture, qsizetype(ids.size()))));
-    for (ItemId id : ids) {
-        ScriptFixture handle = ScriptApi::fixtureHandle(doc.world().findFixture(id));
-        FixtureApi::reverseWinding(&handle);
-    }
+    SelectionEdits::reverseWindingOfSelected(v->document());
 }
 
 void EditActions::traceSamplers()
@@ -481,34 +467,13 @@ void EditActions::fixturesFromPaths()
     if (!v)
         return;
     EditorDocument& doc = v->document();
-    const std::vector<ItemId> ids = doc.selection().items(ItemKind::Sampler);
     const std::vector<ItemId>& bodies = doc.selection().items(ItemKind::Body);
-    int made = 0;
-    {
-        ScriptDocumentScope scope(&doc);
-        UndoMacroScope macro(doc.undoStack(), tr("fixtures from paths"));
-        for (ItemId id : ids) {
-            const MetaSampler* sampler = doc.world().findSampler(id);
-            if (!sampler)
-                continue;
-            const MetaBody* body = sampler->body ? sampler->body
-                                   : bodies.size() == 1 ? doc.world().findBody(bodies.front())
-                                                        : nullptr;
-            if (!body) {
-                emit statusMessage(tr("Sampler '%1' has no body: select the body to put its fixtures on")
-                                       .arg(sampler->name()),
-                                   6000);
-                continue;
-            }
-            for (size_t p = 0; p < sampler->paths.size(); ++p) {
-                const ScriptFixture fixture = TransformApi::createFixtureFromPath(
-                    ScriptApi::bodyHandle(body), PathApi::getPath(int(id), int(p)));
-                made += fixture.valid ? 1 : 0;
-            }
-        }
-    }
-    if (made > 0)
-        emit statusMessage(tr("Made %1 fixtures from paths").arg(made), 5000);
+    const SamplerPaths::PathFixtures made = SamplerPaths::fixturesFromPaths(
+        doc, doc.selection().items(ItemKind::Sampler), bodies.size() == 1 ? bodies.front() : 0);
+    for (const QString& name : made.samplersWithoutBody)
+        emit statusMessage(tr("Sampler '%1' has no body: select the body to put its fixtures on").arg(name), 6000);
+    if (made.made > 0)
+        emit statusMessage(tr("Made %1 fixtures from paths").arg(made.made), 5000);
     v->sceneChanged();
     update();
 }

@@ -2,6 +2,8 @@
 
 #include "api/scriptapisupport.h"
 #include "api/scriptitemops.h"
+#include "api/scriptpath.h"
+#include "api/scripttransform.h"
 #include "base/log.h"
 #include "editing/scriptcommand.h"
 #include "model/metaworld.h"
@@ -39,5 +41,30 @@ bool traceIntoPaths(ScriptDocument& document, ItemId samplerId, int maxPoints, i
     if (added && selected)
         ScriptApi::setSelected(*added, true);
     return added != nullptr;
+}
+
+PathFixtures fixturesFromPaths(ScriptDocument& document, const std::vector<ItemId>& samplerIds, ItemId fallbackBody)
+{
+    PathFixtures result;
+    ScriptDocumentScope scope(&document);
+    UndoMacroScope macro(document.undoStack(), QCoreApplication::translate("SamplerPaths", "fixtures from paths"));
+    for (ItemId id : samplerIds) {
+        const MetaSampler* sampler = document.world().findSampler(id);
+        if (!sampler)
+            continue;
+        const MetaBody* body = sampler->body ? sampler->body
+                               : fallbackBody ? document.world().findBody(fallbackBody)
+                                              : nullptr;
+        if (!body) {
+            result.samplersWithoutBody.append(sampler->name());
+            continue;
+        }
+        for (size_t p = 0; p < sampler->paths.size(); ++p) {
+            const ScriptFixture fixture =
+                TransformApi::createFixtureFromPath(ScriptApi::bodyHandle(body), PathApi::getPath(int(id), int(p)));
+            result.made += fixture.valid ? 1 : 0;
+        }
+    }
+    return result;
 }
 } // namespace SamplerPaths

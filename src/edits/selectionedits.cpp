@@ -60,6 +60,22 @@ QString kindWord(ItemKind kind, qsizetype count)
     return tr(kWords[int(kind)][count < 2 ? 0 : 1]);
 }
 
+int reverseWindingOfSelected(ScriptDocument& document)
+{
+    const std::vector<ItemId> ids = document.selection().items(ItemKind::Fixture);
+    if (ids.empty())
+        return 0;
+    ScriptDocumentScope scope(&document);
+    UndoMacroScope macro(document.undoStack(), tr("reverse winding of %1 %2")
+                                                   .arg(ids.size())
+                                                   .arg(kindWord(ItemKind::Fixture, qsizetype(ids.size()))));
+    for (ItemId id : ids) {
+        ScriptFixture handle = ScriptApi::fixtureHandle(document.world().findFixture(id));
+        FixtureApi::reverseWinding(&handle);
+    }
+    return int(ids.size());
+}
+
 void deleteSelected(ScriptDocument& document, ItemKind kind)
 {
     const std::vector<ItemId> ids = document.selection().items(kind);

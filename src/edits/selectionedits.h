@@ -27,6 +27,10 @@ void deleteSelectedVertices(ScriptDocument& document);
 /// Inserts a vertex into a fixture: "insert 1 vertex".
 void insertVertex(ScriptDocument& document, ItemId fixture, int index, Vec2 position);
 
+/// Reverses the vertex order of the selected fixtures: "reverse winding of
+/// %1 %2". Returns how many fixtures were selected (none: nothing recorded).
+int reverseWindingOfSelected(ScriptDocument& document);
+
 /// Which collision bits setBitForSelectedFixtures changes.
 enum CollisionBitProperty
 {

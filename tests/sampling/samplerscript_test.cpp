@@ -188,6 +188,33 @@ TEST_F(SamplerScript, APathBecomesAFixtureWhosePiecesTileIt)
     }
 }
 
+TEST_F(SamplerScript, PathsBecomeFixturesOnTheSamplersBodyOrTheSelectedOne)
+{
+    run("getSampler(1).setFile('letter.png'); getSampler(1).setOutputWidth(256); getSampler(1).setOutputHeight(256);"
+        "getSampler(1).setHeight(10);");
+    ASSERT_TRUE(SamplerPaths::traceIntoPaths(m_document, 1, 40, 3));
+    MetaBody& holder = *m_document.world().findBody(1);
+    int steps = m_document.undoStack().count();
+    SamplerPaths::PathFixtures made = SamplerPaths::fixturesFromPaths(m_document, {1}, 0);
+    EXPECT_EQ(made.made, 1);
+    EXPECT_TRUE(made.samplersWithoutBody.isEmpty());
+    EXPECT_EQ(holder.fixtures().size(), 1u);
+    EXPECT_EQ(m_document.undoStack().count(), steps + 1);
+    EXPECT_EQ(m_document.undoStack().text(steps), "fixtures from paths");
+
+    // Loose, the sampler needs the body it is given.
+    run("getSampler(1).setBody(0); addBody(2, '{\"name\":\"other\",\"type\":\"dynamic\"}');");
+    made = SamplerPaths::fixturesFromPaths(m_document, {1}, 0);
+    EXPECT_EQ(made.made, 0);
+    EXPECT_EQ(made.samplersWithoutBody, QStringList{"block"});
+    made = SamplerPaths::fixturesFromPaths(m_document, {1}, 2);
+    EXPECT_EQ(made.made, 1);
+    EXPECT_EQ(m_document.world().findBody(2)->fixtures().size(), 1u);
+    EXPECT_EQ(holder.fixtures().size(), 1u);
+    m_document.undoStack().undo();
+    EXPECT_TRUE(m_document.world().findBody(2)->fixtures().empty());
+}
+
 TEST_F(SamplerScript, PathTypesAndTooFewPoints)
 {
     run(R"(addSampler(2, '{"name":"paths","body":1,"center":{"x":1,"y":0},"height":1,"paths":[)"

@@ -193,3 +193,24 @@ TEST_F(ReattachEdits, JointBodiesAndTheSameBodyQuestion)
     m_document.undoStack().redo();
     EXPECT_EQ(world().findJoint(1)->bodyA, world().findBody(2));
 }
+
+TEST_F(SelectionEditsTest, ReversingTheWindingOfTheSelectedFixturesIsOneStepThatUndoTakesBack)
+{
+    const int before = m_document.undoStack().count();
+    EXPECT_EQ(SelectionEdits::reverseWindingOfSelected(m_document), 0);
+    EXPECT_EQ(m_document.undoStack().count(), before) << "nothing selected: nothing recorded";
+
+    MetaFixture& box = *body("crate").fixtures()[0];
+    MetaFixture& ball = *body("ball").fixtures()[0];
+    const std::vector<Vec2> boxVertices = box.vertices();
+    ASSERT_GE(boxVertices.size(), 3u);
+    SelectionEdits::setSelected(m_document, ItemKind::Fixture, {box.id(), ball.id()}, true);
+    const QByteArray selected = saved();
+    const int count = m_document.undoStack().count();
+    EXPECT_EQ(SelectionEdits::reverseWindingOfSelected(m_document), 2);
+    EXPECT_EQ(m_document.undoStack().count(), count + 1);
+    EXPECT_EQ(lastText(), "reverse winding of 2 fixtures");
+    EXPECT_EQ(box.vertices(), std::vector<Vec2>(boxVertices.rbegin(), boxVertices.rend()));
+    m_document.undoStack().undo();
+    EXPECT_EQ(saved(), selected);
+}
