@@ -1,6 +1,7 @@
 #pragma once
 
 #include "api/scriptapisupport.h"
+#include "api/scriptregistrar.h"
 #include "base/log.h"
 #include "model/metaworld.h"
 
@@ -152,3 +153,31 @@ struct PlacedApi
         return item ? ScriptApi::toScript(item->colorTint) : ScriptColor();
     }
 };
+
+/// Registers the methods of PlacedApi on the handle type `type` (image or
+/// sampler): the body, the file's getter, centre, angle, opacity, flip and
+/// colour tint.
+template <class Handle, class Item>
+void registerPlacedItemMethods(ScriptRegistrar& reg, const char* type)
+{
+    using namespace AngelScript; // asFUNCTION names asFunctionPtr unqualified
+    using P = PlacedApi<Handle, Item>;
+    const asDWORD cc = asCALL_CDECL_OBJFIRST;
+    reg.method(type, "body getBody()", asFUNCTION(P::getBody), cc);
+    reg.method(type, "void setBody(int)", asFUNCTION(P::setBodyId), cc);
+    reg.method(type, "void setBody(const body& in)", asFUNCTION(P::setBodyHandle), cc);
+    reg.method(type, "string getFile()", asFUNCTION(P::getFile), cc);
+    reg.method(type, "void setCenter(float, float)", asFUNCTION(P::setCenter), cc);
+    reg.method(type, "void setCenter(vec2)", asFUNCTION(P::setCenterV), cc);
+    reg.method(type, "vec2 getCenter()", asFUNCTION(P::getCenter), cc);
+    reg.method(type, "void setAngle(float)", asFUNCTION(P::setAngle), cc);
+    reg.method(type, "float getAngle()", asFUNCTION(P::getAngle), cc);
+    reg.method(type, "void setOpacity(float)", asFUNCTION(P::setOpacity), cc);
+    reg.method(type, "float getOpacity()", asFUNCTION(P::getOpacity), cc);
+    reg.method(type, "void setFlip(int)", asFUNCTION(P::setFlip), cc);
+    reg.method(type, "void setFlip(bool)", asFUNCTION(P::setFlipB), cc);
+    reg.method(type, "bool getFlip()", asFUNCTION(P::getFlip), cc);
+    reg.method(type, "void setColorTint(int,int,int,int)", asFUNCTION(P::setColorTint), cc);
+    reg.method(type, "void setColorTint(color)", asFUNCTION(P::setColorTintC), cc);
+    reg.method(type, "color getColorTint()", asFUNCTION(P::getColorTint), cc);
+}

@@ -6,22 +6,22 @@ namespace
 {
 QString selectText(ItemKind kind, ItemId id, const char* method)
 {
-    return QStringLiteral("get%1(%2).%3();").arg(scriptKindWord(kind)).arg(id).arg(QLatin1String(method));
+    return QStringLiteral("get%1(%2).%3();").arg(itemKindDisplayName(kind)).arg(id).arg(QLatin1String(method));
 }
 
 QString nameText(ItemKind kind, ItemId id, const QString& name)
 {
-    return QStringLiteral("get%1(%2).setName(\"%3\");").arg(scriptKindWord(kind)).arg(id).arg(name);
+    return QStringLiteral("get%1(%2).setName(\"%3\");").arg(itemKindDisplayName(kind)).arg(id).arg(name);
 }
 
 QString addText(ItemKind kind, ItemId id, const QString& json)
 {
-    return QStringLiteral("add%1(%2, '%3');").arg(scriptKindWord(kind)).arg(id).arg(escapeForScriptString(json));
+    return QStringLiteral("add%1(%2, '%3');").arg(itemKindDisplayName(kind)).arg(id).arg(escapeForScriptString(json));
 }
 
 QString deleteText(ItemKind kind, ItemId id)
 {
-    return QStringLiteral("get%1(%2).delete();").arg(scriptKindWord(kind)).arg(id);
+    return QStringLiteral("get%1(%2).delete();").arg(itemKindDisplayName(kind)).arg(id);
 }
 
 QString addFixtureText(ItemId bodyId, ItemId fixtureId, const QString& json)

@@ -17,22 +17,9 @@ QString escapeForScriptString(const QString& text)
     return escaped;
 }
 
-QString scriptKindWord(ItemKind kind)
-{
-    switch (kind) {
-    case ItemKind::Body: return QStringLiteral("Body");
-    case ItemKind::Fixture: return QStringLiteral("Fixture");
-    case ItemKind::Joint: return QStringLiteral("Joint");
-    case ItemKind::Image: return QStringLiteral("Image");
-    case ItemKind::Sampler: return QStringLiteral("Sampler");
-    case ItemKind::Object: return QStringLiteral("Object");
-    }
-    return QString();
-}
-
 QString scriptGetterName(ItemKind kind)
 {
-    return QStringLiteral("get") + scriptKindWord(kind);
+    return QStringLiteral("get") + itemKindDisplayName(kind);
 }
 
 QString scriptToObtainMetaItem(const MetaItem* item)

@@ -22,8 +22,6 @@ QString escapeForScriptString(const QString& text);
 /// an id violates the assertion "id > 0".
 QString scriptToObtainMetaItem(const MetaItem* item);
 
-/// The capitalised kind word used in "get%1(%2)" templates: "Body", "Fixture", ...
-QString scriptKindWord(ItemKind kind);
 /// The look-up function of a kind: "getBody", "getFixture", ...
 QString scriptGetterName(ItemKind kind);
 

@@ -3,6 +3,7 @@
 #include "geometry/bayazitpredicates.h"
 #include "geometry/convexpiece.h"
 #include "geometry/segmentgrid.h"
+#include "geometry/signedarea.h"
 
 #include <cfloat>
 #include <climits>

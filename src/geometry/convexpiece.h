@@ -18,11 +18,6 @@ enum class PieceCheck
     CoLinear,
 };
 
-/// Signed area of a ring (positive when counter-clockwise).
-double signedArea(const std::vector<DVec2>& ring);
-/// Signed area of a ring of scene points, computed in double precision.
-double signedArea(const std::vector<Vec2>& ring);
-
 /// Checks a finished piece in double precision: area, then strict convexity of
 /// every corner in counter-clockwise order. No vertex-count limit.
 PieceCheck checkConvexPiece(const std::vector<DVec2>& piece);

@@ -5,6 +5,7 @@
 #include "geometry/box2dpolygon.h"
 #include "geometry/convexpiece.h"
 #include "geometry/geometryconstants.h"
+#include "geometry/signedarea.h"
 #include "geometry/triangulation.h"
 #include "geometry/vertexcheck.h"
 

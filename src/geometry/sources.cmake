@@ -15,6 +15,7 @@ target_sources(plaxcore PRIVATE
   geometry/geometryconstants.h
   geometry/massguard.cpp geometry/massguard.h
   geometry/segmentgrid.cpp geometry/segmentgrid.h
+  geometry/signedarea.cpp geometry/signedarea.h
   geometry/triangulation.cpp geometry/triangulation.h
   geometry/vertexcheck.cpp geometry/vertexcheck.h
 )

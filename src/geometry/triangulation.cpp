@@ -3,6 +3,7 @@
 #include "geometry/convexpiece.h"
 #include "geometry/delaunayinsertion.h"
 #include "geometry/earclipping.h"
+#include "geometry/signedarea.h"
 
 #include <algorithm>
 #include <cmath>

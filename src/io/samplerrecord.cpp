@@ -2,6 +2,7 @@
 
 #include "base/log.h"
 #include "io/customrecord.h"
+#include "io/placedrecord.h"
 #include "io/recordsupport.h"
 #include "model/metaworld.h"
 
@@ -36,11 +37,7 @@ MetaPath readPathRecord(const Value& record)
 Value writeSamplerRecord(const MetaSampler& sampler, const JsonEncoder& encoder)
 {
     Value record(rapidjson::kObjectType);
-    encoder.addUint(record, "id", sampler.id());
-    encoder.addUint(record, "body", sampler.body ? sampler.body->id() : 0);
-    encoder.addString(record, "name", sampler.name());
-    encoder.addString(record, "file", sampler.file);
-    encoder.addVec2(record, "center", sampler.center);
+    writePlacedItemHead(record, sampler, encoder);
     encoder.addInt(record, "outputWidth", sampler.outputWidth);
     encoder.addInt(record, "outputHeight", sampler.outputHeight);
     encoder.addFloat(record, "angle", sampler.angle);
@@ -62,17 +59,11 @@ Value writeSamplerRecord(const MetaSampler& sampler, const JsonEncoder& encoder)
 MetaSampler* readSamplerRecord(MetaWorld& world, const Value& record, ItemId id, bool copy)
 {
     auto sampler = std::make_unique<MetaSampler>();
-    sampler->body = readBodyReference(world, record, "body", copy);
-    sampler->file = readString(record, "file");
-    sampler->center = readVec2(record, "center", sampler->center);
+    readPlacedItemMembers(world, record, *sampler, copy);
     sampler->outputWidth = readInt(record, "outputWidth", sampler->outputWidth);
     sampler->outputHeight = readInt(record, "outputHeight", sampler->outputHeight);
-    sampler->angle = readFloat(record, "angle", sampler->angle);
     sampler->height = readFloat(record, "height", sampler->height);
-    sampler->opacity = readFloat(record, "opacity", sampler->opacity);
     sampler->alphaEdgeThreshold = readFloat(record, "alphaEdgeThreshold", sampler->alphaEdgeThreshold);
-    sampler->colorTint = readColor(record, "colorTint", sampler->colorTint);
-    sampler->flip = readBool(record, "flip", sampler->flip);
     sampler->autoUpdate = readBool(record, "autoUpdate", sampler->autoUpdate);
     sampler->useColor = readBool(record, "useColor", sampler->useColor);
     if (const Value* paths = jsonMember(record, "paths"); paths && paths->IsArray()) {

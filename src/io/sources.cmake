@@ -17,6 +17,7 @@ target_sources(plaxcore PRIVATE
   io/jsontextwriter.h
   io/jsonvalues.cpp io/jsonvalues.h
   io/objectrecord.cpp io/objectrecord.h
+  io/placedrecord.cpp io/placedrecord.h
   io/rawinfoexport.cpp io/rawinfoexport.h
   io/rawinfomembers.cpp io/rawinfomembers.h
   io/rawinfoscene.cpp io/rawinfoscene.h

@@ -16,7 +16,8 @@ enum class ItemKind : int
 /// Number of item kinds.
 constexpr int kItemKindCount = 6;
 
-/// Display name of a kind: "Body", "Fixture", ...
+/// Name of a kind as the interface shows it and the script API spells it
+/// ("getBody", "addFixture"): "Body", "Fixture", ...
 QString itemKindDisplayName(ItemKind kind);
 /// Lower-case word of a kind as used in messages: "body", "fixture", ...
 QString itemKindWord(ItemKind kind);

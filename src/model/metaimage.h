@@ -1,24 +1,15 @@
 #pragma once
 
-#include "model/metaitem.h"
-
-class MetaBody;
+#include "model/metaplaceditem.h"
 
 /// An image placed in the scene, optionally attached to a body.
-class MetaImage : public MetaItem
+class MetaImage : public MetaPlacedItem
 {
 public:
-    MetaImage() : MetaItem(ItemKind::Image) {}
+    MetaImage() : MetaPlacedItem(ItemKind::Image) {}
 
-    MetaBody* body = nullptr;
-    QString file;
-    Vec2 center;
-    float angle = 0;
     float scale = 1;
     float aspectScale = 1;
-    float opacity = 1;
-    Color colorTint;
-    bool flip = false;
     int filter = 1;
     float renderOrder = 0;
 

@@ -1,10 +1,8 @@
 #pragma once
 
-#include "model/metaitem.h"
+#include "model/metaplaceditem.h"
 
 #include <vector>
-
-class MetaBody;
 
 /// An editable curve of a sampler.
 struct MetaPath
@@ -19,22 +17,15 @@ struct MetaPath
 };
 
 /// A sampler: turns an image's pixels into outlines.
-class MetaSampler : public MetaItem
+class MetaSampler : public MetaPlacedItem
 {
 public:
-    MetaSampler() : MetaItem(ItemKind::Sampler) {}
+    MetaSampler() : MetaPlacedItem(ItemKind::Sampler) {}
 
-    MetaBody* body = nullptr;
-    QString file;
-    Vec2 center;
     int outputWidth = 0;
     int outputHeight = 0;
-    float angle = 0;
     float height = 1;
-    float opacity = 1;
     float alphaEdgeThreshold = 0.5f;
-    Color colorTint;
-    bool flip = false;
     bool autoUpdate = false;
     bool useColor = false;
     std::vector<MetaPath> paths;

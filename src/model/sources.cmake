@@ -8,6 +8,7 @@ target_sources(plaxcore PRIVATE
   model/metaitem.h
   model/metajoint.cpp model/metajoint.h
   model/metaobject.h
+  model/metaplaceditem.h
   model/metasampler.h
   model/metashape.cpp model/metashape.h
   model/metaworld.cpp model/metaworld.h

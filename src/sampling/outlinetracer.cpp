@@ -1,5 +1,7 @@
 #include "sampling/outlinetracer.h"
 
+#include "geometry/signedarea.h"
+
 #include <algorithm>
 #include <cmath>
 #include <numeric>
@@ -146,17 +148,6 @@ private:
         const float v0 = value(x0, y0), v1 = value(x1, y1);
         const float t = v0 == v1 ? 0.5f : std::clamp((v0 - m_threshold) / (v0 - v1), 0.0f, 1.0f);
         return isHorizontal ? Vec2{a + t, b} : Vec2{a, b + t};
-    }
-
-    static double signedArea(const std::vector<Vec2>& points)
-    {
-        double sum = 0;
-        for (size_t i = 0, n = points.size(); i < n; ++i) {
-            const Vec2& p = points[i];
-            const Vec2& q = points[(i + 1) % n];
-            sum += double(p.x) * double(q.y) - double(q.x) * double(p.y);
-        }
-        return sum * 0.5;
     }
 
     struct Box

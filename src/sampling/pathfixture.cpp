@@ -1,27 +1,13 @@
 #include "sampling/pathfixture.h"
 
+#include "geometry/signedarea.h"
 #include "model/metabody.h"
-
-#include "model/metashape.h"
 #include "model/metasampler.h"
+#include "model/metashape.h"
 #include "sampling/samplerframe.h"
 
 #include <algorithm>
 #include <cmath>
-
-namespace
-{
-double signedArea(const std::vector<Vec2>& points)
-{
-    double sum = 0;
-    for (size_t i = 0, n = points.size(); i < n; ++i) {
-        const Vec2& p = points[i];
-        const Vec2& q = points[(i + 1) % n];
-        sum += double(p.x) * double(q.y) - double(q.x) * double(p.y);
-    }
-    return sum * 0.5;
-}
-} // namespace
 
 PathShape pathToShape(const MetaPath& path, const SamplerFrame& frame, const MetaBody* body)
 {

@@ -1,5 +1,6 @@
 #include "views/shapegeometry.h"
 
+#include "geometry/signedarea.h"
 #include "geometry/triangulation.h"
 
 #include <algorithm>
@@ -26,17 +27,6 @@ bool isConvex(const std::vector<Vec2>& ring)
         sign = s;
     }
     return true;
-}
-
-// Signed area doubled: positive for counter-clockwise rings.
-double signedArea2(const std::vector<Vec2>& ring)
-{
-    double sum = 0;
-    for (size_t i = 0; i < ring.size(); ++i) {
-        const Vec2 a = ring[i], b = ring[(i + 1) % ring.size()];
-        sum += double(a.x) * b.y - double(b.x) * a.y;
-    }
-    return sum;
 }
 } // namespace
 
@@ -152,7 +142,7 @@ void ShapeTessellator::polygon(const std::vector<Vec2>& ring, float radius, cons
     }
     // Rounded: a band of `radius` around every edge and arcs at the corners.
     // For a counter-clockwise ring the outward normal is on the right of each edge.
-    const float side = signedArea2(ring) >= 0 ? 1.f : -1.f;
+    const float side = signedArea(ring) >= 0 ? 1.f : -1.f;
     std::vector<Vec2> normals(n);
     for (size_t i = 0; i < n; ++i) {
         const Vec2 d = ring[(i + 1) % n] - ring[i];

@@ -4,6 +4,7 @@
 
 #include "geometry/bayazit.h"
 #include "geometry/convexpiece.h"
+#include "geometry/signedarea.h"
 
 #include <gtest/gtest.h>
 

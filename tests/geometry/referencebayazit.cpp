@@ -3,7 +3,7 @@
 // Kept only as the reference the current one must agree with.
 #include "referencealgorithms.h"
 
-#include "geometry/convexpiece.h"
+#include "geometry/signedarea.h"
 
 #include <algorithm>
 #include <cfloat>
