@@ -42,7 +42,7 @@ void timeStages(int bodies, int runs)
         decompositions.push_back(timeSeconds([&] {
             for (const auto& body : scene->bodies()) {
                 for (const auto& fixture : body->fixtures()) {
-                    if (fixture->shapes().front().type() == SHAPE_POLYGON)
+                    if (fixture->shapes().front().type() == ShapeType::Polygon)
                         pieces += decomposePolygon(fixture->vertices(), fixture->isSelfIntersecting(),
                                                    DecompositionMethod::Bayazit)
                                       .pieces.size();

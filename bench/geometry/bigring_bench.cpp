@@ -89,7 +89,7 @@ RingTimes runRing(const char* family, const std::vector<Vec2>& ring)
         MetaBody* added = world.addBody(std::move(body), 0, QStringLiteral("ring"));
         auto fixture = std::make_unique<MetaFixture>();
         fixture->setVertices(ring);
-        fixture->addShape(SHAPE_POLYGON, 0);
+        fixture->addShape(ShapeType::Polygon, 0);
         world.addFixture(added, std::move(fixture), 0, QStringLiteral("outline"));
         saveSceneFile(world, scenePath);
     }

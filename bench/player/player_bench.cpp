@@ -40,7 +40,7 @@ void buildScene(EditorDocument& document)
     MetaBody* ground = world.addBody(std::move(floor), 0);
     auto slab = std::make_unique<MetaFixture>();
     slab->setVertices({{-60, -1}, {60, -1}, {60, 0}, {-60, 0}});
-    slab->addShape(SHAPE_POLYGON, 0);
+    slab->addShape(ShapeType::Polygon, 0);
     world.addFixture(ground, std::move(slab), 0);
     for (int r = 0; r < kRows; ++r) {
         for (int c = 0; c < kColumns; ++c) {
@@ -53,10 +53,10 @@ void buildScene(EditorDocument& document)
             fixture->friction = 0.4f;
             if ((r + c) % 2) {
                 fixture->setVertices({{0, 0}});
-                fixture->addShape(SHAPE_CIRCLE, kHalf);
+                fixture->addShape(ShapeType::Circle, kHalf);
             } else {
                 fixture->setVertices({{-kHalf, -kHalf}, {kHalf, -kHalf}, {kHalf, kHalf}, {-kHalf, kHalf}});
-                fixture->addShape(SHAPE_POLYGON, 0);
+                fixture->addShape(ShapeType::Polygon, 0);
             }
             world.addFixture(added, std::move(fixture), 0);
         }

@@ -123,7 +123,7 @@ ScriptShape shapeHandle(const MetaFixture* fixture, int index)
     if (!fixture || index < 0 || size_t(index) >= fixture->shapes().size())
         return h;
     h.valid = true;
-    h.type = fixture->shapes()[size_t(index)].type();
+    h.type = int(fixture->shapes()[size_t(index)].type());
     h.fixture = fixture->id();
     h.index = index;
     return h;

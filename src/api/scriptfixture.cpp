@@ -48,9 +48,9 @@ size_t minimumVertices(const MetaFixture& f)
 {
     size_t minimum = 1;
     for (const MetaShape& shape : f.shapes()) {
-        if (shape.type() == SHAPE_POLYGON || shape.type() == SHAPE_LOOP)
+        if (shape.type() == ShapeType::Polygon || shape.type() == ShapeType::Loop)
             minimum = std::max<size_t>(minimum, 3);
-        else if (shape.type() == SHAPE_LINE)
+        else if (shape.type() == ShapeType::Line)
             minimum = std::max<size_t>(minimum, 2);
     }
     return minimum;
@@ -454,16 +454,17 @@ void setType(ScriptShape* self, int type)
     MetaFixture* f = fixtureOf(*self);
     if (!f)
         return;
-    if (type < SHAPE_CIRCLE || type > SHAPE_LOOP) {
+    if (type < int(ShapeType::Circle) || type > int(ShapeType::Loop)) {
         plaxLog(LOG_WARNING, "Ignoring attempt to set invalid shape type: %d", type);
         return;
     }
+    const ShapeType wanted = ShapeType(type);
     MetaShape& shape = f->shape(size_t(self->index));
-    const int old = shape.type();
-    if (old == type || !shape.setType(type))
+    const ShapeType old = shape.type();
+    if (old == wanted || !shape.setType(wanted))
         return;
     self->type = type;
-    ScriptApi::record<SetShapeTypeCommand>(f->id(), self->index, old, type);
+    ScriptApi::record<SetShapeTypeCommand>(f->id(), self->index, old, wanted);
 }
 
 void setRadius(ScriptShape* self, float radius)

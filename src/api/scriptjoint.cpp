@@ -31,47 +31,47 @@ void wrongType(const char* method)
 // that do not have it.
 float* lengthOf(MetaJoint& j)
 {
-    return j.type == JOINT_DISTANCE ? &j.length : j.type == JOINT_ROPE ? &j.maxLength : nullptr;
+    return j.type == JointType::Distance ? &j.length : j.type == JointType::Rope ? &j.maxLength : nullptr;
 }
 float* frequencyOf(MetaJoint& j)
 {
-    return isAnyOf(j, {JOINT_DISTANCE, JOINT_WELD}) ? &j.frequency : j.type == JOINT_WHEEL ? &j.springFrequency : nullptr;
+    return isAnyOf(j, {JointType::Distance, JointType::Weld}) ? &j.frequency : j.type == JointType::Wheel ? &j.springFrequency : nullptr;
 }
 float* dampingRatioOf(MetaJoint& j)
 {
-    return isAnyOf(j, {JOINT_DISTANCE, JOINT_WELD})  ? &j.dampingRatio
-           : j.type == JOINT_WHEEL                   ? &j.springDampingRatio
+    return isAnyOf(j, {JointType::Distance, JointType::Weld})  ? &j.dampingRatio
+           : j.type == JointType::Wheel                   ? &j.springDampingRatio
                                                      : nullptr;
 }
 float* referenceAngleOf(MetaJoint& j)
 {
-    return isAnyOf(j, {JOINT_REVOLUTE, JOINT_PRISMATIC, JOINT_WELD, JOINT_MOTOR}) ? &j.referenceAngle : nullptr;
+    return isAnyOf(j, {JointType::Revolute, JointType::Prismatic, JointType::Weld, JointType::Motor}) ? &j.referenceAngle : nullptr;
 }
-float* lowerLimitOf(MetaJoint& j) { return isAnyOf(j, {JOINT_REVOLUTE, JOINT_PRISMATIC}) ? &j.lowerLimit : nullptr; }
-float* upperLimitOf(MetaJoint& j) { return isAnyOf(j, {JOINT_REVOLUTE, JOINT_PRISMATIC}) ? &j.upperLimit : nullptr; }
+float* lowerLimitOf(MetaJoint& j) { return isAnyOf(j, {JointType::Revolute, JointType::Prismatic}) ? &j.lowerLimit : nullptr; }
+float* upperLimitOf(MetaJoint& j) { return isAnyOf(j, {JointType::Revolute, JointType::Prismatic}) ? &j.upperLimit : nullptr; }
 float* motorSpeedOf(MetaJoint& j)
 {
-    return isAnyOf(j, {JOINT_REVOLUTE, JOINT_PRISMATIC, JOINT_WHEEL}) ? &j.motorSpeed : nullptr;
+    return isAnyOf(j, {JointType::Revolute, JointType::Prismatic, JointType::Wheel}) ? &j.motorSpeed : nullptr;
 }
 float* maxMotorTorqueOf(MetaJoint& j)
 {
-    return isAnyOf(j, {JOINT_REVOLUTE, JOINT_WHEEL})   ? &j.maxMotorTorque
-           : isAnyOf(j, {JOINT_FRICTION, JOINT_MOTOR}) ? &j.maxTorque
+    return isAnyOf(j, {JointType::Revolute, JointType::Wheel})   ? &j.maxMotorTorque
+           : isAnyOf(j, {JointType::Friction, JointType::Motor}) ? &j.maxTorque
                                                        : nullptr;
 }
 float* maxMotorForceOf(MetaJoint& j)
 {
-    return j.type == JOINT_PRISMATIC                   ? &j.maxMotorForce
-           : isAnyOf(j, {JOINT_FRICTION, JOINT_MOTOR}) ? &j.maxForce
+    return j.type == JointType::Prismatic                   ? &j.maxMotorForce
+           : isAnyOf(j, {JointType::Friction, JointType::Motor}) ? &j.maxForce
                                                        : nullptr;
 }
-float* correctionFactorOf(MetaJoint& j) { return j.type == JOINT_MOTOR ? &j.correctionFactor : nullptr; }
-bool* enableLimitOf(MetaJoint& j) { return isAnyOf(j, {JOINT_REVOLUTE, JOINT_PRISMATIC}) ? &j.enableLimit : nullptr; }
+float* correctionFactorOf(MetaJoint& j) { return j.type == JointType::Motor ? &j.correctionFactor : nullptr; }
+bool* enableLimitOf(MetaJoint& j) { return isAnyOf(j, {JointType::Revolute, JointType::Prismatic}) ? &j.enableLimit : nullptr; }
 bool* enableMotorOf(MetaJoint& j)
 {
-    return isAnyOf(j, {JOINT_REVOLUTE, JOINT_PRISMATIC, JOINT_WHEEL}) ? &j.enableMotor : nullptr;
+    return isAnyOf(j, {JointType::Revolute, JointType::Prismatic, JointType::Wheel}) ? &j.enableMotor : nullptr;
 }
-Vec2* localAxisOf(MetaJoint& j) { return isAnyOf(j, {JOINT_PRISMATIC, JOINT_WHEEL}) ? &j.localAxisA : nullptr; }
+Vec2* localAxisOf(MetaJoint& j) { return isAnyOf(j, {JointType::Prismatic, JointType::Wheel}) ? &j.localAxisA : nullptr; }
 
 enum class Range
 {

@@ -28,7 +28,7 @@ ScriptPath pathHandle(const MetaSampler* sampler, int index)
     if (!sampler || index < 0 || size_t(index) >= sampler->paths.size())
         return h;
     h.valid = true;
-    h.type = sampler->paths[size_t(index)].type;
+    h.type = int(sampler->paths[size_t(index)].type);
     h.sampler = sampler->id();
     h.index = index;
     return h;
@@ -57,22 +57,23 @@ void setType(ScriptPath* self, int type)
     MetaPath* path = use(*self);
     if (!path)
         return;
-    if (type < SHAPE_CIRCLE || type > SHAPE_LOOP) {
+    if (type < int(ShapeType::Circle) || type > int(ShapeType::Loop)) {
         plaxLog(LOG_WARNING, "Ignoring attempt to set invalid path type: %d", type);
         return;
     }
-    if (path->type == type)
+    const ShapeType wanted = ShapeType(type);
+    if (path->type == wanted)
         return;
-    const int old = path->type;
-    path->type = type;
+    const ShapeType old = path->type;
+    path->type = wanted;
     self->type = type;
-    ScriptApi::record<SetPathTypeCommand>(self->sampler, self->index, old, type);
+    ScriptApi::record<SetPathTypeCommand>(self->sampler, self->index, old, wanted);
 }
 
 int getType(ScriptPath* self)
 {
     MetaPath* path = use(*self);
-    return path ? path->type : 0;
+    return path ? int(path->type) : 0;
 }
 
 void setRadius(ScriptPath* self, float radius)

@@ -54,19 +54,19 @@ const ModeText kModeTexts[kEditModeCount] = {
 
 struct JointText
 {
-    int type;
+    JointType type;
     const char* text;
 };
 
 const JointText kJointTexts[] = {
-    {JOINT_REVOLUTE, QT_TRANSLATE_NOOP("EditActions", "&Revolute")},
-    {JOINT_PRISMATIC, QT_TRANSLATE_NOOP("EditActions", "&Prismatic")},
-    {JOINT_DISTANCE, QT_TRANSLATE_NOOP("EditActions", "&Distance")},
-    {JOINT_WHEEL, QT_TRANSLATE_NOOP("EditActions", "&Wheel")},
-    {JOINT_WELD, QT_TRANSLATE_NOOP("EditActions", "W&eld")},
-    {JOINT_FRICTION, QT_TRANSLATE_NOOP("EditActions", "&Friction")},
-    {JOINT_ROPE, QT_TRANSLATE_NOOP("EditActions", "R&ope")},
-    {JOINT_MOTOR, QT_TRANSLATE_NOOP("EditActions", "&Motor")},
+    {JointType::Revolute, QT_TRANSLATE_NOOP("EditActions", "&Revolute")},
+    {JointType::Prismatic, QT_TRANSLATE_NOOP("EditActions", "&Prismatic")},
+    {JointType::Distance, QT_TRANSLATE_NOOP("EditActions", "&Distance")},
+    {JointType::Wheel, QT_TRANSLATE_NOOP("EditActions", "&Wheel")},
+    {JointType::Weld, QT_TRANSLATE_NOOP("EditActions", "W&eld")},
+    {JointType::Friction, QT_TRANSLATE_NOOP("EditActions", "&Friction")},
+    {JointType::Rope, QT_TRANSLATE_NOOP("EditActions", "R&ope")},
+    {JointType::Motor, QT_TRANSLATE_NOOP("EditActions", "&Motor")},
 };
 
 QString imageFilter()
@@ -161,25 +161,33 @@ EditActions::EditActions(QWidget* window, EditorWorkspace* workspace)
 
     m_fixtureMenu = new QMenu(tr("Add &fixture"), window);
     m_fixtureMenu->setObjectName(QStringLiteral("AddFixtureMenu"));
-    const std::pair<int, QString> shapes[] = {{SHAPE_CIRCLE, tr("&Circle")},
-                                              {-1, tr("&Box")},
-                                              {SHAPE_POLYGON, tr("&Polygon (click the points)")},
-                                              {SHAPE_LINE, tr("&Line (click the points)")},
-                                              {SHAPE_LOOP, tr("L&oop (click the points)")}};
-    for (const auto& [type, text] : shapes) {
-        QAction* action = m_fixtureMenu->addAction(text);
-        action->setObjectName(QStringLiteral("actionAddFixture%1").arg(type < 0 ? QStringLiteral("box")
-                                                                               : MetaShape::typeWord(type)));
-        const int shape = type;
-        connect(action, &QAction::triggered, this, [this, shape] { addFixture(shape); });
+    // A box is a polygon placed at once; the other polygon-like shapes are drawn point by point.
+    struct FixtureChoice
+    {
+        ShapeType type;
+        bool box;
+        QString text;
+    };
+    const FixtureChoice shapes[] = {{ShapeType::Circle, false, tr("&Circle")},
+                                    {ShapeType::Polygon, true, tr("&Box")},
+                                    {ShapeType::Polygon, false, tr("&Polygon (click the points)")},
+                                    {ShapeType::Line, false, tr("&Line (click the points)")},
+                                    {ShapeType::Loop, false, tr("L&oop (click the points)")}};
+    for (const FixtureChoice& choice : shapes) {
+        QAction* action = m_fixtureMenu->addAction(choice.text);
+        action->setObjectName(QStringLiteral("actionAddFixture%1").arg(choice.box ? QStringLiteral("box")
+                                                                                  : MetaShape::typeWord(choice.type)));
+        const ShapeType shape = choice.type;
+        const bool box = choice.box;
+        connect(action, &QAction::triggered, this, [this, shape, box] { addFixture(shape, box); });
     }
     m_jointMenu = new QMenu(tr("Add &joint"), window);
     m_jointMenu->setObjectName(QStringLiteral("AddJointMenu"));
     m_jointMenu->setToolTip(tr("Join the two selected bodies"));
     for (const JointText& j : kJointTexts) {
         QAction* action = m_jointMenu->addAction(tr(j.text));
-        action->setObjectName(QStringLiteral("actionAddJoint%1").arg(MetaJoint::typeWord(JointType(j.type))));
-        const int type = j.type;
+        action->setObjectName(QStringLiteral("actionAddJoint%1").arg(MetaJoint::typeWord(j.type)));
+        const JointType type = j.type;
         connect(action, &QAction::triggered, this, [this, type] { addJoint(type); });
     }
 }
@@ -478,12 +486,12 @@ void EditActions::fixturesFromPaths()
     update();
 }
 
-void EditActions::addFixture(int shapeType)
+void EditActions::addFixture(ShapeType shapeType, bool box)
 {
     EditorView* v = view();
     if (!v)
         return;
-    if (shapeType >= SHAPE_POLYGON) {
+    if (shapeType != ShapeType::Circle && !box) {
         v->setFocus();
         v->startDrawing(shapeType);
         return;
@@ -493,10 +501,10 @@ void EditActions::addFixture(int shapeType)
     const std::vector<ItemId>& bodies = doc.selection().items(ItemKind::Body);
     const ItemId body = bodies.size() == 1 ? bodies.front() : 0;
     bool made = false;
-    if (shapeType == SHAPE_CIRCLE) {
-        made = CreationEdits::addFixture(doc, body, SHAPE_CIRCLE, {at}, 0.5f) != nullptr;
+    if (shapeType == ShapeType::Circle) {
+        made = CreationEdits::addFixture(doc, body, ShapeType::Circle, {at}, 0.5f) != nullptr;
     } else {
-        made = CreationEdits::addFixture(doc, body, SHAPE_POLYGON,
+        made = CreationEdits::addFixture(doc, body, ShapeType::Polygon,
                                          {{at.x - 0.5f, at.y - 0.5f}, {at.x + 0.5f, at.y - 0.5f},
                                           {at.x + 0.5f, at.y + 0.5f}, {at.x - 0.5f, at.y + 0.5f}},
                                          0) != nullptr;
@@ -506,7 +514,7 @@ void EditActions::addFixture(int shapeType)
     update();
 }
 
-void EditActions::addJoint(int jointType)
+void EditActions::addJoint(JointType jointType)
 {
     EditorView* v = view();
     if (!v)

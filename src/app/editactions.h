@@ -2,6 +2,8 @@
 
 #include "base/types.h"
 #include "editing/editmode.h"
+#include "model/metajoint.h"
+#include "model/metashape.h"
 
 #include <QObject>
 
@@ -55,8 +57,10 @@ signals:
 private:
     QAction* make(const char* name, const QString& text, const QKeySequence& key, const QString& tip);
     EditorView* view() const;
-    void addFixture(int shapeType);
-    void addJoint(int jointType);
+    /// Adds a circle or a 1 x 1 box (`box`) at once, or starts drawing a
+    /// polygon, line or loop point by point.
+    void addFixture(ShapeType shapeType, bool box);
+    void addJoint(JointType jointType);
     void addImage();
     void addObject();
     void rename();

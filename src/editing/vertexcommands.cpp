@@ -73,10 +73,10 @@ DeleteVertexCommand::DeleteVertexCommand(EditHost* document, ItemId fixtureId, i
 {
 }
 
-SetShapeTypeCommand::SetShapeTypeCommand(EditHost* document, ItemId fixtureId, int shapeIndex, int oldType,
-                                         int newType)
-    : ScriptCommand(document, shapeCall(fixtureId, shapeIndex, QStringLiteral("setType(%1);").arg(newType)),
-                    shapeCall(fixtureId, shapeIndex, QStringLiteral("setType(%1);").arg(oldType)))
+SetShapeTypeCommand::SetShapeTypeCommand(EditHost* document, ItemId fixtureId, int shapeIndex, ShapeType oldType,
+                                         ShapeType newType)
+    : ScriptCommand(document, shapeCall(fixtureId, shapeIndex, QStringLiteral("setType(%1);").arg(int(newType))),
+                    shapeCall(fixtureId, shapeIndex, QStringLiteral("setType(%1);").arg(int(oldType))))
 {
 }
 
@@ -88,9 +88,10 @@ SetShapeRadiusCommand::SetShapeRadiusCommand(EditHost* document, ItemId fixtureI
 {
 }
 
-SetPathTypeCommand::SetPathTypeCommand(EditHost* document, ItemId ownerId, int pathIndex, int oldType, int newType)
-    : ScriptCommand(document, pathCall(ownerId, pathIndex, QStringLiteral("setType(%1);").arg(newType)),
-                    pathCall(ownerId, pathIndex, QStringLiteral("setType(%1);").arg(oldType)))
+SetPathTypeCommand::SetPathTypeCommand(EditHost* document, ItemId ownerId, int pathIndex, ShapeType oldType,
+                                       ShapeType newType)
+    : ScriptCommand(document, pathCall(ownerId, pathIndex, QStringLiteral("setType(%1);").arg(int(newType))),
+                    pathCall(ownerId, pathIndex, QStringLiteral("setType(%1);").arg(int(oldType))))
 {
 }
 

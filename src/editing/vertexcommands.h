@@ -1,6 +1,7 @@
 #pragma once
 
 #include "editing/scriptcommand.h"
+#include "model/metashape.h"
 
 // Commands on the vertices and shapes of fixtures, and on the paths and
 // control points of samplers.
@@ -50,7 +51,7 @@ class SetShapeTypeCommand : public ScriptCommand
 {
 public:
     /// Changes the type of shape `shapeIndex` of a fixture.
-    SetShapeTypeCommand(EditHost* document, ItemId fixtureId, int shapeIndex, int oldType, int newType);
+    SetShapeTypeCommand(EditHost* document, ItemId fixtureId, int shapeIndex, ShapeType oldType, ShapeType newType);
 };
 
 /// "getShape(%1,%2).setRadius(%3);"
@@ -66,7 +67,7 @@ class SetPathTypeCommand : public ScriptCommand
 {
 public:
     /// Changes the type of path `pathIndex` of sampler `ownerId`.
-    SetPathTypeCommand(EditHost* document, ItemId ownerId, int pathIndex, int oldType, int newType);
+    SetPathTypeCommand(EditHost* document, ItemId ownerId, int pathIndex, ShapeType oldType, ShapeType newType);
 };
 
 /// "getPath(%1,%2).setRadius(%3);"

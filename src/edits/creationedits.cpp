@@ -57,7 +57,7 @@ void selectOnly(ScriptDocument& document, MetaItem* item)
     ScriptApi::setSelected(*item, true);
 }
 
-QString fixtureJson(const QString& name, int shapeType, const std::vector<Vec2>& local, float radius)
+QString fixtureJson(const QString& name, ShapeType shapeType, const std::vector<Vec2>& local, float radius)
 {
     QStringList xs, ys;
     for (const Vec2& p : local) {
@@ -88,21 +88,21 @@ MetaBody* addBody(ScriptDocument& document, Vec2 position, int bodyType, bool wi
     MetaBody* body = ItemOps::addBody(0, json);
     if (body && withBox) {
         const std::vector<Vec2> box{{-0.5f, -0.5f}, {0.5f, -0.5f}, {0.5f, 0.5f}, {-0.5f, 0.5f}};
-        ItemOps::addFixture(*body, 0, fixtureJson(world.uniqueName(ItemKind::Fixture), SHAPE_POLYGON, box, 0));
+        ItemOps::addFixture(*body, 0, fixtureJson(world.uniqueName(ItemKind::Fixture), ShapeType::Polygon, box, 0));
     }
     selectOnly(document, body);
     return body;
 }
 
-MetaFixture* addFixture(ScriptDocument& document, ItemId bodyId, int shapeType, const std::vector<Vec2>& points,
+MetaFixture* addFixture(ScriptDocument& document, ItemId bodyId, ShapeType shapeType, const std::vector<Vec2>& points,
                         float radius)
 {
-    const size_t needed = shapeType == SHAPE_POLYGON || shapeType == SHAPE_LOOP ? 3 : shapeType == SHAPE_LINE ? 2 : 1;
-    bool usable = points.size() >= needed && shapeType >= SHAPE_CIRCLE && shapeType <= SHAPE_LOOP &&
+    const size_t needed = shapeType == ShapeType::Polygon || shapeType == ShapeType::Loop ? 3 : shapeType == ShapeType::Line ? 2 : 1;
+    bool usable = points.size() >= needed && int(shapeType) >= int(ShapeType::Circle) && int(shapeType) <= int(ShapeType::Loop) &&
                   std::isfinite(radius) && radius >= 0;
     for (const Vec2& p : points)
         usable = usable && finite(p);
-    if (shapeType == SHAPE_CIRCLE && radius <= 0)
+    if (shapeType == ShapeType::Circle && radius <= 0)
         usable = false;
     if (!usable) {
         plaxLog(LOG_WARNING, tr("Cannot make a %1 fixture from %2 points").arg(MetaShape::typeWord(shapeType)).arg(points.size()));
@@ -132,12 +132,12 @@ MetaFixture* addFixture(ScriptDocument& document, ItemId bodyId, int shapeType, 
     return fixture;
 }
 
-MetaJoint* addJoint(ScriptDocument& document, int jointType, ItemId bodyAId, ItemId bodyBId, Vec2 anchor)
+MetaJoint* addJoint(ScriptDocument& document, JointType jointType, ItemId bodyAId, ItemId bodyBId, Vec2 anchor)
 {
     MetaWorld& world = document.world();
     MetaBody* a = world.findBody(bodyAId);
     MetaBody* b = world.findBody(bodyBId);
-    const QString word = MetaJoint::typeWord(JointType(jointType));
+    const QString word = MetaJoint::typeWord(jointType);
     if (!a || !b || a == b || word.isEmpty() || !finite(anchor)) {
         plaxLog(LOG_WARNING, tr("A joint needs two different bodies and a known joint type"));
         return nullptr;
@@ -146,14 +146,14 @@ MetaJoint* addJoint(ScriptDocument& document, int jointType, ItemId bodyAId, Ite
                        .arg(quoted(world.uniqueName(ItemKind::Joint)), word)
                        .arg(a->id())
                        .arg(b->id());
-    if (jointType == JOINT_DISTANCE || jointType == JOINT_ROPE) {
+    if (jointType == JointType::Distance || jointType == JointType::Rope) {
         const float length = (b->position - a->position).length();
         json += QStringLiteral(",\"anchorA\":0,\"anchorB\":0,\"%1\":%2")
-                    .arg(jointType == JOINT_DISTANCE ? QStringLiteral("length") : QStringLiteral("maxLength"),
+                    .arg(jointType == JointType::Distance ? QStringLiteral("length") : QStringLiteral("maxLength"),
                          number(length));
     } else {
         json += QStringLiteral(",\"anchorA\":%1,\"anchorB\":%2").arg(vec(worldToBody(a, anchor)), vec(worldToBody(b, anchor)));
-        if (jointType == JOINT_WELD || jointType == JOINT_REVOLUTE || jointType == JOINT_PRISMATIC)
+        if (jointType == JointType::Weld || jointType == JointType::Revolute || jointType == JointType::Prismatic)
             json += QStringLiteral(",\"referenceAngle\":%1").arg(number(b->angle - a->angle));
     }
     json += QLatin1Char('}');

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "base/types.h"
+#include "model/metajoint.h"
+#include "model/metashape.h"
 
 #include <QStringList>
 
@@ -22,21 +24,19 @@ namespace CreationEdits
 /// 1 x 1 box fixture when `withBox` is set: "add body".
 MetaBody* addBody(ScriptDocument& document, Vec2 position, int bodyType, bool withBox);
 
-/// Adds a fixture of a shape type (0 circle, 1 polygon, 2 line, 3 loop) with
-/// its vertices given in world coordinates (a circle: its centre) to a body;
+/// Adds a fixture of a shape type with its vertices given in world coordinates (a circle: its centre) to a body;
 /// `body` 0 makes a new dynamic body at the middle of the points first.
 /// "add fixture". Null, with a warning, when the points do not make the
 /// shape (a polygon or loop needs three, a line two; non-finite points).
-MetaFixture* addFixture(ScriptDocument& document, ItemId body, int shapeType, const std::vector<Vec2>& points,
+MetaFixture* addFixture(ScriptDocument& document, ItemId body, ShapeType shapeType, const std::vector<Vec2>& points,
                         float radius);
 
-/// Adds a joint of a type (the scene's joint type numbers: 1 revolute, 2
-/// prismatic, 3 distance, 7 wheel, 8 weld, 9 friction, 10 rope, 11 motor)
-/// between two different bodies. Revolute, prismatic, wheel, weld, friction
+/// Adds a joint of a type a scene can hold (revolute, prismatic, distance,
+/// wheel, weld, friction, rope, motor) between two different bodies. Revolute, prismatic, wheel, weld, friction
 /// and motor joints are anchored at `anchor` on both bodies; distance and
 /// rope joints at the bodies' origins, with their length the distance
 /// between them. "add joint".
-MetaJoint* addJoint(ScriptDocument& document, int jointType, ItemId bodyA, ItemId bodyB, Vec2 anchor);
+MetaJoint* addJoint(ScriptDocument& document, JointType jointType, ItemId bodyA, ItemId bodyB, Vec2 anchor);
 
 /// Adds one image per readable image file, centred at `at` and shifted so
 /// that several do not cover each other: "add images". When `dropped` is

@@ -102,12 +102,12 @@ void addChainPair(MetaShape& shape, const std::vector<Vec2>& vertices, bool clos
     }
 }
 
-QString kindWord(int type)
+QString kindWord(ShapeType type)
 {
     switch (type) {
-    case SHAPE_CIRCLE: return QStringLiteral("circle");
-    case SHAPE_POLYGON: return QStringLiteral("polygon");
-    case SHAPE_LOOP: return QStringLiteral("loop");
+    case ShapeType::Circle: return QStringLiteral("circle");
+    case ShapeType::Polygon: return QStringLiteral("polygon");
+    case ShapeType::Loop: return QStringLiteral("loop");
     default: return QStringLiteral("chain");
     }
 }
@@ -121,7 +121,7 @@ bool usableInput(const MetaShape& shape, const std::vector<Vec2>& vertices, cons
         return false;
     }
     const float r = shape.radius();
-    const bool radiusMatters = shape.type() == SHAPE_CIRCLE || shape.isRounded();
+    const bool radiusMatters = shape.type() == ShapeType::Circle || shape.isRounded();
     if (radiusMatters && !(std::isfinite(r) && r >= 0 && r <= GeometryConstants::kMaxCoordinate)) {
         plaxLog(LOG_WARNING, QStringLiteral("Aborting %1 fixture creation due to invalid radius in fixture: %2")
                                  .arg(kindWord(shape.type()), description));
@@ -185,16 +185,16 @@ void createFixtures(MetaShape& shape, const QString& fixtureDescription, b2Body*
     if (!usableInput(shape, vertices, fixtureDescription))
         return;
     switch (shape.type()) {
-    case SHAPE_CIRCLE: addCircles(shape, vertices, body, def); break;
-    case SHAPE_LOOP: buildChainShape(shape, vertices, true, fixtureDescription, body, def); break;
-    case SHAPE_LINE: buildChainShape(shape, vertices, false, fixtureDescription, body, def); break;
-    case SHAPE_POLYGON:
+    case ShapeType::Circle: addCircles(shape, vertices, body, def); break;
+    case ShapeType::Loop: buildChainShape(shape, vertices, true, fixtureDescription, body, def); break;
+    case ShapeType::Line: buildChainShape(shape, vertices, false, fixtureDescription, body, def); break;
+    case ShapeType::Polygon:
         buildPolygonShape(shape, vertices, shape.fixture()->isSelfIntersecting(), fixtureDescription, body, def,
                           method);
         break;
     default:
         plaxLog(LOG_WARNING, QStringLiteral("Unknown shape type %1 skipped in fixture: %2")
-                                 .arg(QString::number(shape.type()), fixtureDescription));
+                                 .arg(QString::number(int(shape.type())), fixtureDescription));
         break;
     }
 }

@@ -184,20 +184,20 @@ private:
     std::vector<int> m_positions;
 };
 
-const char* jointTypeText(int type)
+const char* jointTypeText(JointType type)
 {
     switch (type) {
-    case JOINT_REVOLUTE: return "revolute";
-    case JOINT_PRISMATIC: return "prismatic";
-    case JOINT_DISTANCE: return "distance";
-    case JOINT_PULLEY: return "pulley";
-    case JOINT_MOUSE: return "mouse";
-    case JOINT_GEAR: return "gear";
-    case JOINT_WHEEL: return "wheel";
-    case JOINT_WELD: return "weld";
-    case JOINT_FRICTION: return "friction";
-    case JOINT_ROPE: return "rope";
-    case JOINT_MOTOR: return "motor";
+    case JointType::Revolute: return "revolute";
+    case JointType::Prismatic: return "prismatic";
+    case JointType::Distance: return "distance";
+    case JointType::Pulley: return "pulley";
+    case JointType::Mouse: return "mouse";
+    case JointType::Gear: return "gear";
+    case JointType::Wheel: return "wheel";
+    case JointType::Weld: return "weld";
+    case JointType::Friction: return "friction";
+    case JointType::Rope: return "rope";
+    case JointType::Motor: return "motor";
     default: return "unknown";
     }
 }
@@ -221,7 +221,7 @@ void writeJoint(const BuiltJoint& built, int bodyA, int bodyB, const JsonEmitter
         m.addVec2("anchorB", j.anchorB);
     }
     switch (j.type) {
-    case JOINT_REVOLUTE:
+    case JointType::Revolute:
         m.addFloat("refAngle", j.referenceAngle);
         m.addFloat("jointSpeed", static_cast<const b2RevoluteJoint*>(built.joint)->GetJointSpeed());
         m.addBool("enableLimit", j.enableLimit);
@@ -231,7 +231,7 @@ void writeJoint(const BuiltJoint& built, int bodyA, int bodyB, const JsonEmitter
         m.addFloat("motorSpeed", j.motorSpeed);
         m.addFloat("maxMotorTorque", j.maxMotorTorque);
         break;
-    case JOINT_PRISMATIC:
+    case JointType::Prismatic:
         m.addVec2("localAxisA", j.localAxisA);
         m.addFloat("refAngle", j.referenceAngle);
         m.addBool("enableLimit", j.enableLimit);
@@ -241,26 +241,26 @@ void writeJoint(const BuiltJoint& built, int bodyA, int bodyB, const JsonEmitter
         m.addFloat("maxMotorForce", j.maxMotorForce);
         m.addFloat("motorSpeed", j.motorSpeed);
         break;
-    case JOINT_DISTANCE:
+    case JointType::Distance:
         m.addFloat("length", j.length);
         m.addFloat("frequency", j.frequency);
         m.addFloat("dampingRatio", j.dampingRatio);
         break;
-    case JOINT_ROPE:
+    case JointType::Rope:
         m.addFloat("maxLength", j.maxLength);
         break;
-    case JOINT_WELD:
+    case JointType::Weld:
         m.addFloat("refAngle", j.referenceAngle);
         m.addFloat("frequency", j.frequency);
         m.addFloat("dampingRatio", j.dampingRatio);
         break;
-    case JOINT_MOTOR:
+    case JointType::Motor:
         m.addFloat("refAngle", j.referenceAngle);
         m.addFloat("maxForce", j.maxForce);
         m.addFloat("maxTorque", j.maxTorque);
         m.addFloat("correctionFactor", j.correctionFactor);
         break;
-    case JOINT_WHEEL:
+    case JointType::Wheel:
         m.addVec2("localAxisA", j.localAxisA);
         m.addBool("enableMotor", j.enableMotor);
         m.addFloat("motorSpeed", j.motorSpeed);
@@ -268,7 +268,7 @@ void writeJoint(const BuiltJoint& built, int bodyA, int bodyB, const JsonEmitter
         m.addFloat("springFrequency", j.springFrequency);
         m.addFloat("springDampingRatio", j.springDampingRatio);
         break;
-    case JOINT_FRICTION:
+    case JointType::Friction:
         m.addFloat("maxForce", j.maxForce);
         m.addFloat("maxTorque", j.maxTorque);
         break;

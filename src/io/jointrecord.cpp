@@ -40,20 +40,20 @@ std::vector<Field> fieldsOf(JointType type)
 {
     using F = Field;
     switch (type) {
-    case JOINT_REVOLUTE:
+    case JointType::Revolute:
         return {F::ReferenceAngle, F::EnableLimit, F::LowerLimit, F::UpperLimit, F::EnableMotor, F::MotorSpeed,
                 F::MaxMotorTorque};
-    case JOINT_PRISMATIC:
+    case JointType::Prismatic:
         return {F::LocalAxisA, F::ReferenceAngle, F::EnableLimit, F::LowerLimit, F::UpperLimit, F::EnableMotor,
                 F::MaxMotorForce, F::MotorSpeed};
-    case JOINT_DISTANCE: return {F::Length, F::Frequency, F::DampingRatio};
-    case JOINT_WHEEL:
+    case JointType::Distance: return {F::Length, F::Frequency, F::DampingRatio};
+    case JointType::Wheel:
         return {F::LocalAxisA, F::EnableMotor, F::MotorSpeed, F::MaxMotorTorque, F::SpringFrequency,
                 F::SpringDampingRatio};
-    case JOINT_WELD: return {F::ReferenceAngle, F::Frequency, F::DampingRatio};
-    case JOINT_FRICTION: return {F::MaxForce, F::MaxTorque};
-    case JOINT_ROPE: return {F::MaxLength};
-    case JOINT_MOTOR: return {F::ReferenceAngle, F::MaxForce, F::MaxTorque, F::CorrectionFactor};
+    case JointType::Weld: return {F::ReferenceAngle, F::Frequency, F::DampingRatio};
+    case JointType::Friction: return {F::MaxForce, F::MaxTorque};
+    case JointType::Rope: return {F::MaxLength};
+    case JointType::Motor: return {F::ReferenceAngle, F::MaxForce, F::MaxTorque, F::CorrectionFactor};
     default: return {};
     }
 }
@@ -152,10 +152,10 @@ MetaJoint* readJointRecord(MetaWorld& world, const Value& record, ItemId id, boo
     auto joint = std::make_unique<MetaJoint>();
     const Value* typeValue = jsonMember(record, "type");
     joint->type = MetaJoint::typeFromWord(decodeString(typeValue));
-    if (joint->type == JOINT_UNKNOWN) {
+    if (joint->type == JointType::Unknown) {
         plaxLog(LOG_WARNING, QStringLiteral("Unknown joint type %1. Setting joint type to revolute")
                                  .arg(describeJsonValue(typeValue)));
-        joint->type = JOINT_REVOLUTE;
+        joint->type = JointType::Revolute;
     }
 
     ItemId bodyIdA = 0;

@@ -49,7 +49,7 @@ bool readShape(const Value& record, MetaFixture& fixture, int fixtureIndex)
 {
     if (const Value* circle = jsonMember(record, "circle")) {
         fixture.setVertices({readVec2(*circle, "center", {})});
-        fixture.addShape(SHAPE_CIRCLE, readFloat(*circle, "radius", 0.5f));
+        fixture.addShape(ShapeType::Circle, readFloat(*circle, "radius", 0.5f));
         return true;
     }
     if (const Value* polygon = jsonMember(record, "polygon")) {
@@ -66,24 +66,24 @@ bool readShape(const Value& record, MetaFixture& fixture, int fixtureIndex)
         if (edge)
             plaxLog(LOG_WARNING, "Creating edge shape instead of polygon with two vertices.\n");
         fixture.setVertices(std::move(vertices));
-        fixture.addShape(edge ? SHAPE_LINE : SHAPE_POLYGON, 0);
+        fixture.addShape(edge ? ShapeType::Line : ShapeType::Polygon, 0);
         return true;
     }
     if (const Value* edge = jsonMember(record, "edge")) {
         fixture.setVertices({readVec2(*edge, "vertex1", {}), readVec2(*edge, "vertex2", {})});
-        fixture.addShape(SHAPE_LINE, 0);
+        fixture.addShape(ShapeType::Line, 0);
         return true;
     }
     if (const Value* chain = jsonMember(record, "chain")) {
         bool closed = false;
         fixture.setVertices(chainVertices(*chain, &closed));
-        fixture.addShape(closed ? SHAPE_LOOP : SHAPE_LINE, 0);
+        fixture.addShape(closed ? ShapeType::Loop : ShapeType::Line, 0);
         return true;
     }
     if (const Value* loop = jsonMember(record, "loop")) {
         bool closed = false;
         fixture.setVertices(chainVertices(*loop, &closed));
-        fixture.addShape(SHAPE_LOOP, 0);
+        fixture.addShape(ShapeType::Loop, 0);
         return true;
     }
     plaxLog(LOG_WARNING, "Failed to load fixture of unknown type: %d", fixtureIndex);
@@ -161,7 +161,7 @@ void readJoint(const Value& record, MetaWorld& world, const std::vector<MetaBody
 {
     const QString typeText = readString(record, "type");
     const JointType type = MetaJoint::typeFromWord(typeText);
-    if (type == JOINT_UNKNOWN) {
+    if (type == JointType::Unknown) {
         plaxLog(LOG_WARNING, QStringLiteral("Ignoring joint of a type a scene cannot hold: %1").arg(typeText));
         return;
     }

@@ -25,7 +25,7 @@ MetaPath readPathRecord(const Value& record)
     const Value* typeValue = jsonMember(record, "type");
     const QString word = decodeString(typeValue);
     path.type = MetaShape::typeFromWord(word);
-    if (path.type < 0 && word != QLatin1String("unknown"))
+    if (path.type == ShapeType::Unknown && word != QLatin1String("unknown"))
         plaxLog(LOG_WARNING, QStringLiteral("Unknown path type: %1").arg(describeJsonValue(typeValue)));
     path.radius = readFloat(record, "radius", path.radius);
     path.maxPoints = readInt(record, "maxPoints", path.maxPoints);

@@ -28,7 +28,7 @@ void MetaFixture::setVertices(std::vector<Vec2> vertices)
     m_selfIntersecting = ringSelfIntersectsAfterEdit(vertices, m_vertices);
 }
 
-MetaShape& MetaFixture::addShape(int type, float radius)
+MetaShape& MetaFixture::addShape(ShapeType type, float radius)
 {
     m_shapes.emplace_back(type, radius);
     m_shapes.back().m_fixture = this;

@@ -42,7 +42,7 @@ public:
     /// Shape at an index (must exist).
     MetaShape& shape(size_t index) { return m_shapes[index]; }
     /// Appends a shape and returns it.
-    MetaShape& addShape(int type, float radius);
+    MetaShape& addShape(ShapeType type, float radius);
     /// Removes the last shape (if any).
     void removeLastShape()
     {

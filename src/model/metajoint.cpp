@@ -6,14 +6,14 @@
 namespace
 {
 const std::array<std::pair<JointType, const char*>, 8> kSceneJointWords = {{
-    {JOINT_REVOLUTE, "revolute"},
-    {JOINT_PRISMATIC, "prismatic"},
-    {JOINT_DISTANCE, "distance"},
-    {JOINT_WHEEL, "wheel"},
-    {JOINT_ROPE, "rope"},
-    {JOINT_WELD, "weld"},
-    {JOINT_FRICTION, "friction"},
-    {JOINT_MOTOR, "motor"},
+    {JointType::Revolute, "revolute"},
+    {JointType::Prismatic, "prismatic"},
+    {JointType::Distance, "distance"},
+    {JointType::Wheel, "wheel"},
+    {JointType::Rope, "rope"},
+    {JointType::Weld, "weld"},
+    {JointType::Friction, "friction"},
+    {JointType::Motor, "motor"},
 }};
 }
 
@@ -32,5 +32,5 @@ JointType MetaJoint::typeFromWord(const QString& word)
         if (word == QLatin1String(w))
             return t;
     }
-    return JOINT_UNKNOWN;
+    return JointType::Unknown;
 }

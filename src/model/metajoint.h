@@ -5,20 +5,20 @@
 class MetaBody;
 
 /// Joint types, numbered as Box2D's joint type enumeration (distance 3, rope 10).
-enum JointType : int
+enum class JointType : int
 {
-    JOINT_UNKNOWN = 0,
-    JOINT_REVOLUTE = 1,
-    JOINT_PRISMATIC = 2,
-    JOINT_DISTANCE = 3,
-    JOINT_PULLEY = 4,
-    JOINT_MOUSE = 5,
-    JOINT_GEAR = 6,
-    JOINT_WHEEL = 7,
-    JOINT_WELD = 8,
-    JOINT_FRICTION = 9,
-    JOINT_ROPE = 10,
-    JOINT_MOTOR = 11,
+    Unknown = 0,
+    Revolute = 1,
+    Prismatic = 2,
+    Distance = 3,
+    Pulley = 4,
+    Mouse = 5,
+    Gear = 6,
+    Wheel = 7,
+    Weld = 8,
+    Friction = 9,
+    Rope = 10,
+    Motor = 11,
 };
 
 /// A joint between two bodies. Anchors are in the bodies' local coordinates.
@@ -28,7 +28,7 @@ class MetaJoint : public MetaItem
 public:
     MetaJoint() : MetaItem(ItemKind::Joint) {}
 
-    JointType type = JOINT_REVOLUTE;
+    JointType type = JointType::Revolute;
     MetaBody* bodyA = nullptr;
     MetaBody* bodyB = nullptr;
     Vec2 anchorA;
@@ -56,6 +56,6 @@ public:
 
     /// Scene-file word of a type ("revolute", ...); empty for types a scene cannot hold.
     static QString typeWord(JointType type);
-    /// Type for a scene-file word; JOINT_UNKNOWN for any other text.
+    /// Type for a scene-file word; JointType::Unknown for any other text.
     static JointType typeFromWord(const QString& word);
 };

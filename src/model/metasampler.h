@@ -1,13 +1,14 @@
 #pragma once
 
 #include "model/metaplaceditem.h"
+#include "model/metashape.h"
 
 #include <vector>
 
 /// An editable curve of a sampler.
 struct MetaPath
 {
-    int type = 0;   ///< shape type, or -1 when unknown
+    ShapeType type = ShapeType::Circle; ///< shape type, Unknown when the file names none of the known ones
     float radius = 0;
     int maxPoints = 0;
     int minAngle = 0;

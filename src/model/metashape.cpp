@@ -33,25 +33,25 @@ size_t vertexCount(const MetaShape& shape)
 }
 } // namespace
 
-bool MetaShape::setType(int type)
+bool MetaShape::setType(ShapeType type)
 {
     if (type == m_type)
         return false;
     switch (type) {
-    case SHAPE_CIRCLE:
+    case ShapeType::Circle:
         if (!(m_radius >= kMinEffectiveRadius)) {
             reportRefusal(tr("Please set a radius value greater than 0.005 to create a circle shape."));
             return false;
         }
         break;
-    case SHAPE_POLYGON:
+    case ShapeType::Polygon:
         if (vertexCount(*this) <= 2) {
             reportRefusal(tr("You need at least three vertices in the fixture to create a polygon. The edges of the "
                              "polygon should not cross over each other."));
             return false;
         }
         break;
-    case SHAPE_LOOP:
+    case ShapeType::Loop:
         if (vertexCount(*this) <= 2) {
             reportRefusal(tr("You need at least three vertices in the fixture to create a loop."));
             return false;
@@ -77,7 +77,7 @@ bool MetaShape::setRadius(float radius)
         m_radius = radius;
         return true;
     }
-    if (m_type != SHAPE_CIRCLE) {
+    if (m_type != ShapeType::Circle) {
         if (radius != 0)
             plaxLog(LOG_WARNING, tr("Radius values of less than 0.005 for non-circle shapes will be taken as zero."));
         m_radius = radius;
@@ -95,40 +95,40 @@ bool MetaShape::setRadius(float radius)
 void MetaShape::conformToVertexCount(const QString& fixtureDescription, int shapeIndex)
 {
     const size_t count = vertexCount(*this);
-    if (count == 1 && (m_type == SHAPE_POLYGON || m_type == SHAPE_LINE || m_type == SHAPE_LOOP)) {
+    if (count == 1 && (m_type == ShapeType::Polygon || m_type == ShapeType::Line || m_type == ShapeType::Loop)) {
         if (m_radius == 0) {
             m_radius = 0.5f;
             plaxLog(LOG_WARNING, QStringLiteral("Shape radius set to 0.5: %1:%2 (This happens when a shape has a radius "
                                                 "of zero and only one vertex, to avoid having a zero radius circle.)")
                                      .arg(fixtureDescription, QString::number(shapeIndex)));
         }
-        m_type = SHAPE_CIRCLE;
+        m_type = ShapeType::Circle;
         plaxLog(LOG_WARNING,
                 QStringLiteral("Shape type forced to circle: %1:%2").arg(fixtureDescription, QString::number(shapeIndex)));
-    } else if (count == 2 && (m_type == SHAPE_POLYGON || m_type == SHAPE_LOOP)) {
-        m_type = SHAPE_LINE;
+    } else if (count == 2 && (m_type == ShapeType::Polygon || m_type == ShapeType::Loop)) {
+        m_type = ShapeType::Line;
         plaxLog(LOG_WARNING, QStringLiteral("Shape type forced to line: %1:%2").arg(fixtureDescription, QString::number(shapeIndex)));
     }
 }
 
-QString MetaShape::typeName(int type)
+QString MetaShape::typeName(ShapeType type)
 {
     switch (type) {
-    case SHAPE_CIRCLE: return tr("Circle");
-    case SHAPE_POLYGON: return tr("Polygon");
-    case SHAPE_LINE: return tr("Line");
-    case SHAPE_LOOP: return tr("Loop");
+    case ShapeType::Circle: return tr("Circle");
+    case ShapeType::Polygon: return tr("Polygon");
+    case ShapeType::Line: return tr("Line");
+    case ShapeType::Loop: return tr("Loop");
     default: return tr("Unknown shape type");
     }
 }
 
-QString MetaShape::typeWord(int type)
+QString MetaShape::typeWord(ShapeType type)
 {
     switch (type) {
-    case SHAPE_CIRCLE: return QStringLiteral("circle");
-    case SHAPE_POLYGON: return QStringLiteral("polygon");
-    case SHAPE_LINE: return QStringLiteral("line");
-    case SHAPE_LOOP: return QStringLiteral("loop");
+    case ShapeType::Circle: return QStringLiteral("circle");
+    case ShapeType::Polygon: return QStringLiteral("polygon");
+    case ShapeType::Line: return QStringLiteral("line");
+    case ShapeType::Loop: return QStringLiteral("loop");
     default: return QStringLiteral("unknown");
     }
 }
@@ -138,11 +138,11 @@ bool MetaShape::isReverseChainTwin(const b2Fixture* fixture) const
     return fixture && std::find(reverseChainTwins.begin(), reverseChainTwins.end(), fixture) != reverseChainTwins.end();
 }
 
-int MetaShape::typeFromWord(const QString& word)
+ShapeType MetaShape::typeFromWord(const QString& word)
 {
-    for (int t = SHAPE_CIRCLE; t <= SHAPE_LOOP; ++t) {
+    for (ShapeType t : {ShapeType::Circle, ShapeType::Polygon, ShapeType::Line, ShapeType::Loop}) {
         if (word == typeWord(t))
             return t;
     }
-    return -1;
+    return ShapeType::Unknown;
 }

@@ -7,13 +7,15 @@
 class MetaFixture;
 class b2Fixture;
 
-/// Shape types of a fixture's shapes (values as stored).
-enum ShapeType : int
+/// Shape types of a fixture's shapes (values as stored). A file or a script
+/// may name a number outside the list; the shape keeps it as an unknown type.
+enum class ShapeType : int
 {
-    SHAPE_CIRCLE = 0,
-    SHAPE_POLYGON = 1,
-    SHAPE_LINE = 2,
-    SHAPE_LOOP = 3,
+    Unknown = -1,
+    Circle = 0,
+    Polygon = 1,
+    Line = 2,
+    Loop = 3,
 };
 
 /// Minimum effective radius: a radius below it counts as zero for every non-circle type.
@@ -24,10 +26,10 @@ class MetaShape
 {
 public:
     /// A shape of a fixture (the owner may be set later by the fixture).
-    explicit MetaShape(int type = SHAPE_POLYGON, float radius = 0) : m_type(type), m_radius(radius) {}
+    explicit MetaShape(ShapeType type = ShapeType::Polygon, float radius = 0) : m_type(type), m_radius(radius) {}
 
-    /// Shape type (ShapeType value, or any other number for an unknown type).
-    int type() const { return m_type; }
+    /// Shape type (a listed value, or any other number for an unknown type).
+    ShapeType type() const { return m_type; }
     /// Radius in world units.
     float radius() const { return m_radius; }
     /// True when the radius is at least the minimum effective radius.
@@ -36,25 +38,25 @@ public:
     MetaFixture* fixture() const { return m_fixture; }
 
     /// Changes the type when the vertex count and radius allow it; refusals are reported.
-    bool setType(int type);
+    bool setType(ShapeType type);
     /// Changes the radius when valid for the type; refusals are reported.
     bool setRadius(float radius);
     /// Load-time repair of the type for the vertex count.
     void conformToVertexCount(const QString& fixtureDescription, int shapeIndex);
 
     /// Sets type and radius without any rule (readers and undo).
-    void assign(int type, float radius)
+    void assign(ShapeType type, float radius)
     {
         m_type = type;
         m_radius = radius;
     }
 
     /// Translatable display name of a type ("Circle", ..., "Unknown shape type").
-    static QString typeName(int type);
+    static QString typeName(ShapeType type);
     /// Scene-file word of a type ("circle", ..., "unknown").
-    static QString typeWord(int type);
-    /// Type for a scene-file word; -1 for "unknown" or any other text.
-    static int typeFromWord(const QString& word);
+    static QString typeWord(ShapeType type);
+    /// Type for a scene-file word; Unknown for "unknown" or any other text.
+    static ShapeType typeFromWord(const QString& word);
 
     /// Box2D fixtures that construction created for this shape, in creation order.
     ///
@@ -80,7 +82,7 @@ public:
 private:
     friend class MetaFixture;
 
-    int m_type;
+    ShapeType m_type;
     float m_radius;
     MetaFixture* m_fixture = nullptr;
 };

@@ -114,7 +114,7 @@ std::vector<PropertyDef> fixtureProperties()
     rows.push_back(intRow("Group index", &MetaFixture::filterGroupIndex, &FixtureApi::setFilterGroupIndex));
     rows.push_back(row<MetaFixture>("Shape type", Type::Choice,
                                     [](const MetaFixture& f) {
-                                        return f.shapes().empty() ? QVariant() : QVariant(f.shapes().front().type());
+                                        return f.shapes().empty() ? QVariant() : QVariant(int(f.shapes().front().type()));
                                     },
                                     [](const MetaFixture& f, const QVariant& v) {
                                         ScriptShape h = ScriptApi::shapeHandle(&f, 0);

@@ -72,7 +72,7 @@ PropertyDef axis(const char* label, bool y)
                                               (y ? a.y : a.x) = v.toFloat();
                                               JointApi::setLocalAxis(&h, a.x, a.y);
                                           }),
-                           [](const MetaJoint& j) { return j.type == JOINT_PRISMATIC || j.type == JOINT_WHEEL; });
+                           [](const MetaJoint& j) { return j.type == JointType::Prismatic || j.type == JointType::Wheel; });
 }
 } // namespace
 
@@ -101,31 +101,31 @@ std::vector<PropertyDef> jointProperties()
     rows.push_back(anchor("Anchor B y", true, true));
     rows.push_back(axis("Axis x", false));
     rows.push_back(axis("Axis y", true));
-    rows.push_back(jointFloat("Reference angle", {JOINT_REVOLUTE, JOINT_PRISMATIC, JOINT_WELD},
+    rows.push_back(jointFloat("Reference angle", {JointType::Revolute, JointType::Prismatic, JointType::Weld},
                               &MetaJoint::referenceAngle, &JointApi::setReferenceAngle));
-    rows.push_back(jointBool("Limit enabled", {JOINT_REVOLUTE, JOINT_PRISMATIC}, &MetaJoint::enableLimit,
+    rows.push_back(jointBool("Limit enabled", {JointType::Revolute, JointType::Prismatic}, &MetaJoint::enableLimit,
                              &JointApi::setEnableLimitB));
-    rows.push_back(jointFloat("Lower limit", {JOINT_REVOLUTE, JOINT_PRISMATIC}, &MetaJoint::lowerLimit,
+    rows.push_back(jointFloat("Lower limit", {JointType::Revolute, JointType::Prismatic}, &MetaJoint::lowerLimit,
                               &JointApi::setLowerLimit));
-    rows.push_back(jointFloat("Upper limit", {JOINT_REVOLUTE, JOINT_PRISMATIC}, &MetaJoint::upperLimit,
+    rows.push_back(jointFloat("Upper limit", {JointType::Revolute, JointType::Prismatic}, &MetaJoint::upperLimit,
                               &JointApi::setUpperLimit));
-    rows.push_back(jointBool("Motor enabled", {JOINT_REVOLUTE, JOINT_PRISMATIC, JOINT_WHEEL}, &MetaJoint::enableMotor,
+    rows.push_back(jointBool("Motor enabled", {JointType::Revolute, JointType::Prismatic, JointType::Wheel}, &MetaJoint::enableMotor,
                              &JointApi::setEnableMotorB));
-    rows.push_back(jointFloat("Motor speed", {JOINT_REVOLUTE, JOINT_PRISMATIC, JOINT_WHEEL}, &MetaJoint::motorSpeed,
+    rows.push_back(jointFloat("Motor speed", {JointType::Revolute, JointType::Prismatic, JointType::Wheel}, &MetaJoint::motorSpeed,
                               &JointApi::setMotorSpeed));
-    rows.push_back(jointFloat("Max motor torque", {JOINT_REVOLUTE, JOINT_WHEEL}, &MetaJoint::maxMotorTorque,
+    rows.push_back(jointFloat("Max motor torque", {JointType::Revolute, JointType::Wheel}, &MetaJoint::maxMotorTorque,
                               &JointApi::setMaxMotorTorque));
-    rows.push_back(jointFloat("Max motor force", {JOINT_PRISMATIC}, &MetaJoint::maxMotorForce,
+    rows.push_back(jointFloat("Max motor force", {JointType::Prismatic}, &MetaJoint::maxMotorForce,
                               &JointApi::setMaxMotorForce));
-    rows.push_back(jointFloat("Length", {JOINT_DISTANCE}, &MetaJoint::length, &JointApi::setLength));
-    rows.push_back(jointFloat("Max length", {JOINT_ROPE}, &MetaJoint::maxLength, &JointApi::setLength));
-    rows.push_back(jointFloat("Frequency", {JOINT_DISTANCE, JOINT_WELD}, &MetaJoint::frequency, &JointApi::setFrequency));
-    rows.push_back(jointFloat("Damping ratio", {JOINT_DISTANCE, JOINT_WELD}, &MetaJoint::dampingRatio,
+    rows.push_back(jointFloat("Length", {JointType::Distance}, &MetaJoint::length, &JointApi::setLength));
+    rows.push_back(jointFloat("Max length", {JointType::Rope}, &MetaJoint::maxLength, &JointApi::setLength));
+    rows.push_back(jointFloat("Frequency", {JointType::Distance, JointType::Weld}, &MetaJoint::frequency, &JointApi::setFrequency));
+    rows.push_back(jointFloat("Damping ratio", {JointType::Distance, JointType::Weld}, &MetaJoint::dampingRatio,
                               &JointApi::setDampingRatio));
-    rows.push_back(jointFloat("Spring frequency", {JOINT_WHEEL}, &MetaJoint::springFrequency, &JointApi::setFrequency));
-    rows.push_back(jointFloat("Spring damping ratio", {JOINT_WHEEL}, &MetaJoint::springDampingRatio,
+    rows.push_back(jointFloat("Spring frequency", {JointType::Wheel}, &MetaJoint::springFrequency, &JointApi::setFrequency));
+    rows.push_back(jointFloat("Spring damping ratio", {JointType::Wheel}, &MetaJoint::springDampingRatio,
                               &JointApi::setDampingRatio));
-    rows.push_back(jointFloat("Correction factor", {JOINT_MOTOR}, &MetaJoint::correctionFactor,
+    rows.push_back(jointFloat("Correction factor", {JointType::Motor}, &MetaJoint::correctionFactor,
                               &JointApi::setCorrectionFactor));
     return rows;
 }

@@ -166,7 +166,7 @@ std::vector<PropertyDef> samplerProperties()
             },
             choices), [](const MetaSampler& s) { return !s.paths.empty(); }));
     };
-    pathRow("Path type", Type::Choice, [](const MetaPath& p) { return p.type; },
+    pathRow("Path type", Type::Choice, [](const MetaPath& p) { return int(p.type); },
             [](ScriptPath* h, const QVariant& v) { PathApi::setType(h, v.toInt()); },
             {tr("Circle"), tr("Polygon"), tr("Line"), tr("Loop")});
     pathRow("Path radius", Type::Float, [](const MetaPath& p) { return double(p.radius); },

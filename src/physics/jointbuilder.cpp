@@ -4,8 +4,9 @@
 
 #include <plax/box2d/jointmapping.h>
 
-static_assert(int(plax::JointType::Revolute) == JOINT_REVOLUTE && int(plax::JointType::Rope) == JOINT_ROPE &&
-                  int(plax::JointType::Motor) == JOINT_MOTOR && int(plax::JointType::Gear) == JOINT_GEAR,
+static_assert(int(plax::JointType::Revolute) == int(JointType::Revolute) &&
+                  int(plax::JointType::Rope) == int(JointType::Rope) &&
+                  int(plax::JointType::Motor) == int(JointType::Motor) && int(plax::JointType::Gear) == int(JointType::Gear),
               "scene joint types are numbered as the runtime's");
 
 namespace

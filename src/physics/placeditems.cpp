@@ -48,18 +48,18 @@ std::unique_ptr<MetaJoint> placedJoint(const MetaJoint& joint, const Placement& 
     const float s = std::fabs(p.scale);
     copy->referenceAngle = p.applyToRelativeAngle(joint.referenceAngle);
     copy->enableLimit = joint.enableLimit;
-    if (joint.type == JOINT_REVOLUTE && p.flip) {
+    if (joint.type == JointType::Revolute && p.flip) {
         copy->lowerLimit = -joint.upperLimit;
         copy->upperLimit = -joint.lowerLimit;
         copy->motorSpeed = -joint.motorSpeed;
-    } else if (joint.type == JOINT_PRISMATIC) {
+    } else if (joint.type == JointType::Prismatic) {
         copy->lowerLimit = joint.lowerLimit * s;
         copy->upperLimit = joint.upperLimit * s;
         copy->motorSpeed = joint.motorSpeed;
     } else {
         copy->lowerLimit = joint.lowerLimit;
         copy->upperLimit = joint.upperLimit;
-        copy->motorSpeed = p.flip && joint.type == JOINT_WHEEL ? -joint.motorSpeed : joint.motorSpeed;
+        copy->motorSpeed = p.flip && joint.type == JointType::Wheel ? -joint.motorSpeed : joint.motorSpeed;
     }
     copy->enableMotor = joint.enableMotor;
     copy->maxMotorTorque = joint.maxMotorTorque;

@@ -12,9 +12,9 @@
 PathShape pathToShape(const MetaPath& path, const SamplerFrame& frame, const MetaBody* body)
 {
     PathShape shape;
-    shape.type = path.type < 0 ? SHAPE_POLYGON : path.type;
+    shape.type = path.type == ShapeType::Unknown ? ShapeType::Polygon : path.type;
     shape.radius = std::isfinite(path.radius) ? std::max(path.radius, 0.0f) : 0.0f;
-    const size_t needed = shape.type == SHAPE_POLYGON || shape.type == SHAPE_LOOP ? 3 : shape.type == SHAPE_LINE ? 2 : 1;
+    const size_t needed = shape.type == ShapeType::Polygon || shape.type == ShapeType::Loop ? 3 : shape.type == ShapeType::Line ? 2 : 1;
     if (path.controlPoints.size() < needed) {
         shape.error = QStringLiteral("a %1 needs at least %2 points; the path has %3")
                           .arg(MetaShape::typeWord(shape.type))
@@ -25,9 +25,9 @@ PathShape pathToShape(const MetaPath& path, const SamplerFrame& frame, const Met
     for (const Vec2& c : path.controlPoints)
         shape.vertices.push_back(worldToBody(body, frame.toWorld(c)));
 
-    if (shape.type == SHAPE_POLYGON && signedArea(shape.vertices) < 0)
+    if (shape.type == ShapeType::Polygon && signedArea(shape.vertices) < 0)
         std::reverse(shape.vertices.begin(), shape.vertices.end());
-    if (shape.type == SHAPE_CIRCLE) {
+    if (shape.type == ShapeType::Circle) {
         Vec2 centre;
         for (const Vec2& v : shape.vertices)
             centre = centre + v;

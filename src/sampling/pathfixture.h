@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/types.h"
+#include "model/metashape.h"
 
 #include <QString>
 
@@ -14,7 +15,7 @@ struct SamplerFrame;
 /// and radius, and the vertices in the body's coordinates.
 struct PathShape
 {
-    int type = 0;
+    ShapeType type = ShapeType::Circle;
     float radius = 0;
     std::vector<Vec2> vertices;
     /// Why the path cannot become a shape; empty when it can.

@@ -11,7 +11,7 @@ std::vector<MetaPath> pathsFromOutlines(const std::vector<SamplerOutline>& outli
     paths.reserve(outlines.size());
     for (const SamplerOutline& outline : outlines) {
         MetaPath path;
-        path.type = outline.hole ? SHAPE_LOOP : SHAPE_POLYGON;
+        path.type = outline.hole ? ShapeType::Loop : ShapeType::Polygon;
         path.maxPoints = std::max(maxPoints, 0);
         path.minAngle = std::clamp(minAngle, 0, 180);
         path.controlPoints = simplifyPath(outline.points, true, path.maxPoints, float(path.minAngle));

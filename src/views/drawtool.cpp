@@ -19,11 +19,11 @@ namespace
 constexpr double kClosePixels = 8;
 } // namespace
 
-DrawTool::DrawTool(EditorView& view, int shapeType) : ViewTool(view), m_shapeType(shapeType) {}
+DrawTool::DrawTool(EditorView& view, ShapeType shapeType) : ViewTool(view), m_shapeType(shapeType) {}
 
 size_t DrawTool::needed() const
 {
-    return m_shapeType == SHAPE_LINE ? 2 : 3;
+    return m_shapeType == ShapeType::Line ? 2 : 3;
 }
 
 Vec2 DrawTool::placed(QPointF pixel, Qt::KeyboardModifiers modifiers) const
@@ -148,7 +148,7 @@ void DrawTool::paintOverlay(QPainter& painter)
         line << m_view.camera().toPixel(p);
     line << m_mousePixel;
     painter.drawPolyline(line);
-    if (m_shapeType != SHAPE_LINE && m_points.size() >= 2) {
+    if (m_shapeType != ShapeType::Line && m_points.size() >= 2) {
         painter.setPen(QPen(QColor(255, 220, 120, 120), 1, Qt::DashLine));
         painter.drawLine(m_mousePixel, line.front());
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/types.h"
+#include "model/metashape.h"
 #include "views/viewtool.h"
 
 #include <QPointF>
@@ -17,7 +18,7 @@ class DrawTool : public ViewTool
 {
 public:
     /// Draws a fixture of shape type 1 (polygon), 2 (line) or 3 (loop).
-    DrawTool(EditorView& view, int shapeType);
+    DrawTool(EditorView& view, ShapeType shapeType);
 
     bool mousePress(QMouseEvent* event) override;
     bool mouseMove(QMouseEvent* event) override;
@@ -37,7 +38,7 @@ private:
     void finish();
     size_t needed() const;
 
-    int m_shapeType;
+    ShapeType m_shapeType;
     std::vector<Vec2> m_points;
     QPointF m_mousePixel;
 };

@@ -341,7 +341,7 @@ void EditorView::startTransform(TransformApi::Operation operation, QPointF pixel
     setTool(std::move(tool));
 }
 
-void EditorView::startDrawing(int shapeType)
+void EditorView::startDrawing(ShapeType shapeType)
 {
     if (m_tool)
         m_tool->cancel();

@@ -75,7 +75,7 @@ public:
     /// mouse from `pixel`; `dragging` ends it when the button is released.
     void startTransform(TransformApi::Operation operation, QPointF pixel, bool dragging);
     /// Starts drawing a polygon, line or loop fixture by clicks (shape type 1, 2 or 3).
-    void startDrawing(int shapeType);
+    void startDrawing(ShapeType shapeType);
     /// Replaces the current tool (null: back to selecting).
     void setTool(std::unique_ptr<ViewTool> tool);
     /// The current tool's interaction state name ("editor_idle", "editor_translate", ...).

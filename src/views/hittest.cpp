@@ -58,7 +58,7 @@ bool HitTest::fixtureContains(const MetaFixture& fixture, Vec2 point, float tole
     const std::vector<Vec2>& v = fixture.vertices();
     for (const MetaShape& shape : fixture.shapes()) {
         const float radius = shape.isRounded() ? shape.radius() : 0;
-        if (shape.type() == SHAPE_CIRCLE) {
+        if (shape.type() == ShapeType::Circle) {
             const Vec2 centre = v.empty() ? Vec2{} : v.front();
             if ((p - centre).length() <= shape.radius() + tolerance)
                 return true;
@@ -71,8 +71,8 @@ bool HitTest::fixtureContains(const MetaFixture& fixture, Vec2 point, float tole
                 return true;
             continue;
         }
-        const bool closed = shape.type() != SHAPE_LINE;
-        if (shape.type() == SHAPE_POLYGON && v.size() >= 3 && insideRing(v, p))
+        const bool closed = shape.type() != ShapeType::Line;
+        if (shape.type() == ShapeType::Polygon && v.size() >= 3 && insideRing(v, p))
             return true;
         if (chainDistance(v, closed, p) <= radius + tolerance)
             return true;

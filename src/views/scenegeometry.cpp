@@ -218,16 +218,16 @@ private:
             for (const MetaShape& shape : fixture->shapes()) {
                 const float radius = shape.radius() * scale;
                 switch (shape.type()) {
-                case SHAPE_CIRCLE: {
+                case ShapeType::Circle: {
                     const Vec2 centre = points.empty() ? (m_bodyLocal ? Vec2{} : place(placement, body.position))
                                                        : points.front();
                     if (finite(centre) && std::isfinite(radius))
                         m_shapes.circle(centre, radius, angle, fill, line);
                     break;
                 }
-                case SHAPE_POLYGON: m_shapes.polygon(points, shape.isRounded() ? radius : 0, fill, line); break;
-                case SHAPE_LINE: m_shapes.chain(points, false, shape.isRounded() ? radius : 0, fill, line); break;
-                case SHAPE_LOOP: m_shapes.chain(points, true, shape.isRounded() ? radius : 0, fill, line); break;
+                case ShapeType::Polygon: m_shapes.polygon(points, shape.isRounded() ? radius : 0, fill, line); break;
+                case ShapeType::Line: m_shapes.chain(points, false, shape.isRounded() ? radius : 0, fill, line); break;
+                case ShapeType::Loop: m_shapes.chain(points, true, shape.isRounded() ? radius : 0, fill, line); break;
                 default: m_shapes.chain(points, true, 0, fill, line); break;
                 }
             }
@@ -382,7 +382,7 @@ private:
         }
         for (const MetaPath& path : sampler.paths) {
             const size_t n = path.controlPoints.size();
-            const bool closed = path.type != SHAPE_LINE;
+            const bool closed = path.type != ShapeType::Line;
             for (size_t i = 0; i + (closed ? 0 : 1) < n; ++i)
                 m_shapes.segment(frame.toWorld(path.controlPoints[i]), frame.toWorld(path.controlPoints[(i + 1) % n]),
                                  m_colors.path);

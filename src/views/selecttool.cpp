@@ -109,7 +109,7 @@ bool SelectTool::editPathAt(QMouseEvent* event)
     // A double click on a path puts a point there.
     return visitSelectedPaths(doc, [&](ItemId id, int p, const MetaPath& path, const SamplerFrame& frame) {
         const size_t n = path.controlPoints.size();
-        const size_t edges = n < 2 ? 0 : path.type == SHAPE_LINE ? n - 1 : n;
+        const size_t edges = n < 2 ? 0 : path.type == ShapeType::Line ? n - 1 : n;
         for (size_t i = 0; i < edges; ++i) {
             const auto foot = HitTest::pointOnEdge(point, frame.toWorld(path.controlPoints[i]),
                                                    frame.toWorld(path.controlPoints[(i + 1) % n]), m_view.pickTolerance());

@@ -65,7 +65,7 @@ TEST_F(PropertiesTest, JointsShowTheRowsOfTheirTypeAndEditsAreOneStepEach)
 {
     run("getJoint('hinge').select();");
     MetaJoint* hinge = static_cast<MetaJoint*>(doc->world().registry(ItemKind::Joint).findByName("hinge"));
-    ASSERT_EQ(hinge->type, JOINT_REVOLUTE);
+    ASSERT_EQ(hinge->type, JointType::Revolute);
     QLineEdit* lower = editor<QLineEdit>("joint/Lower limit");
     ASSERT_NE(lower, nullptr);
     EXPECT_EQ(panel->findChild<QLineEdit*>("joint/Length"), nullptr) << "a revolute joint has no length";

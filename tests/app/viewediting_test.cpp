@@ -289,7 +289,7 @@ TEST_F(ViewEditingTest, BodiesPolygonsAndJointsAreMadeWithTheMouseOneStepEach)
     window->findChild<QAction*>("actionAddJointrevolute")->trigger();
     EXPECT_EQ(lastText(), "add joint");
     const MetaJoint* joint = doc->world().joints().back().get();
-    EXPECT_EQ(joint->type, JOINT_REVOLUTE);
+    EXPECT_EQ(joint->type, JointType::Revolute);
     EXPECT_EQ(view->editMode(), EditMode::Joints);
     const Vec2 anchor = worldOf(*joint->bodyA, joint->anchorA);
     EXPECT_NEAR(anchor.x, -4, 1e-4);

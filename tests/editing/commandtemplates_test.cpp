@@ -87,9 +87,9 @@ TEST(CommandTemplates, VertexShapeAndPathCommands)
                 {"getFixture(4).addVertex(2, 0.5, 0.25);", "getVertex(4,2).delete();"});
     expectTexts(h, DeleteVertexCommand(&h, 4, 2, {0.5f, 0.25f}),
                 {"getVertex(4,2).delete();", "getFixture(4).addVertex(2, 0.5, 0.25);"});
-    expectTexts(h, SetShapeTypeCommand(&h, 4, 0, 1, 3), {"getShape(4,0).setType(3);", "getShape(4,0).setType(1);"});
+    expectTexts(h, SetShapeTypeCommand(&h, 4, 0, ShapeType(1), ShapeType(3)), {"getShape(4,0).setType(3);", "getShape(4,0).setType(1);"});
     expectTexts(h, SetShapeRadiusCommand(&h, 4, 0, 0, 0.5f), {"getShape(4,0).setRadius(0.5);", "getShape(4,0).setRadius(0);"});
-    expectTexts(h, SetPathTypeCommand(&h, 5, 1, 0, 2), {"getPath(5,1).setType(2);", "getPath(5,1).setType(0);"});
+    expectTexts(h, SetPathTypeCommand(&h, 5, 1, ShapeType(0), ShapeType(2)), {"getPath(5,1).setType(2);", "getPath(5,1).setType(0);"});
     expectTexts(h, SetPathRadiusCommand(&h, 5, 1, 1, 2), {"getPath(5,1).setRadius(2);", "getPath(5,1).setRadius(1);"});
     expectTexts(h, SetPathPropertyIntCommand(&h, 5, 1, "setMaxPoints", 10, 20),
                 {"getPath(5,1).setMaxPoints(20);", "getPath(5,1).setMaxPoints(10);"});

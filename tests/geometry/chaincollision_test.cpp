@@ -19,7 +19,7 @@ protected:
         m_ground = m_world.CreateBody(&def);
     }
 
-    void buildGround(std::vector<Vec2> vertices, int type)
+    void buildGround(std::vector<Vec2> vertices, ShapeType type)
     {
         m_fixture.setVertices(std::move(vertices));
         MetaShape& shape = m_fixture.addShape(type, 0);
@@ -56,7 +56,7 @@ protected:
 TEST_F(ChainCollision, BallFallingOntoLineFromAboveIsStopped)
 {
     m_world.SetGravity(b2Vec2(0, -10));
-    buildGround({{-5, 0}, {5, 0}}, SHAPE_LINE);
+    buildGround({{-5, 0}, {5, 0}}, ShapeType::Line);
     b2Body* b = ball({0, 2}, {0, 0});
     run(2);
     EXPECT_GT(b->GetPosition().y, 0.2f);
@@ -65,7 +65,7 @@ TEST_F(ChainCollision, BallFallingOntoLineFromAboveIsStopped)
 
 TEST_F(ChainCollision, BallRisingIntoLineFromBelowIsStopped)
 {
-    buildGround({{-5, 0}, {5, 0}}, SHAPE_LINE);
+    buildGround({{-5, 0}, {5, 0}}, ShapeType::Line);
     b2Body* b = ball({0, -2}, {0, 6});
     run(2);
     EXPECT_LT(b->GetPosition().y, -0.2f);
@@ -73,7 +73,7 @@ TEST_F(ChainCollision, BallRisingIntoLineFromBelowIsStopped)
 
 TEST_F(ChainCollision, BallHittingTheEndOfALineIsStopped)
 {
-    buildGround({{-5, 0}, {5, 0}}, SHAPE_LINE);
+    buildGround({{-5, 0}, {5, 0}}, ShapeType::Line);
     // Head on: the end point stops the ball before it.
     b2Body* headOn = ball({-8, 0}, {6, 0});
     // Slightly above or below the line (apart, so they never touch each other):
@@ -90,7 +90,7 @@ TEST_F(ChainCollision, BallHittingTheEndOfALineIsStopped)
 
 TEST_F(ChainCollision, LoopStopsBallsInsideAndOutside)
 {
-    buildGround({{-3, -3}, {3, -3}, {3, 3}, {-3, 3}}, SHAPE_LOOP);
+    buildGround({{-3, -3}, {3, -3}, {3, 3}, {-3, 3}}, ShapeType::Loop);
     b2Body* inside = ball({0, 0}, {0, -6});
     b2Body* outside = ball({0, -6}, {0, 6});
     run(2);

@@ -26,7 +26,7 @@ protected:
         m_body = m_world.CreateBody(&def);
     }
 
-    MetaShape& shapeOf(std::vector<Vec2> vertices, int type, float radius)
+    MetaShape& shapeOf(std::vector<Vec2> vertices, ShapeType type, float radius)
     {
         m_fixture.setVertices(std::move(vertices));
         m_fixture.clearShapes();
@@ -64,7 +64,7 @@ constexpr auto kChain = b2Shape::e_chain;
 
 TEST_F(FixtureBuilding, CircleShapeGivesOneCirclePerVertex)
 {
-    MetaShape& shape = shapeOf({{0, 0}, {1, 2}, {-3, 1}}, SHAPE_CIRCLE, 0.25f);
+    MetaShape& shape = shapeOf({{0, 0}, {1, 2}, {-3, 1}}, ShapeType::Circle, 0.25f);
     build(shape);
     ASSERT_EQ(types(shape), (std::vector{kCircle, kCircle, kCircle}));
     const auto* second = static_cast<const b2CircleShape*>(shape.createdFixtures[1]->GetShape());
@@ -75,7 +75,7 @@ TEST_F(FixtureBuilding, CircleShapeGivesOneCirclePerVertex)
 
 TEST_F(FixtureBuilding, RoundedLoopGivesCirclesThenClosedRingOfQuads)
 {
-    MetaShape& shape = shapeOf({{0, 0}, {2, 0}, {0, 2}}, SHAPE_LOOP, 0.1f);
+    MetaShape& shape = shapeOf({{0, 0}, {2, 0}, {0, 2}}, ShapeType::Loop, 0.1f);
     build(shape);
     ASSERT_EQ(types(shape), (std::vector{kCircle, kCircle, kCircle, kPolygon, kPolygon, kPolygon}));
     // The closing quad runs from the last vertex to the first.
@@ -90,10 +90,10 @@ TEST_F(FixtureBuilding, RoundedLoopGivesCirclesThenClosedRingOfQuads)
 
 TEST_F(FixtureBuilding, RoundedLineGivesCirclesThenOpenQuads)
 {
-    MetaShape& shape = shapeOf({{0, 0}, {2, 0}, {2, 2}}, SHAPE_LINE, 0.1f);
+    MetaShape& shape = shapeOf({{0, 0}, {2, 0}, {2, 2}}, ShapeType::Line, 0.1f);
     build(shape);
     EXPECT_EQ(types(shape), (std::vector{kCircle, kCircle, kCircle, kPolygon, kPolygon}));
-    MetaShape& single = shapeOf({{1, 1}}, SHAPE_LINE, 0.1f);
+    MetaShape& single = shapeOf({{1, 1}}, ShapeType::Line, 0.1f);
     build(single);
     EXPECT_EQ(types(single), (std::vector{kCircle}));
 }
@@ -101,7 +101,7 @@ TEST_F(FixtureBuilding, RoundedLineGivesCirclesThenOpenQuads)
 TEST_F(FixtureBuilding, RoundedLoopSkipsQuadOfZeroLengthEdge)
 {
     LogCapture log;
-    MetaShape& shape = shapeOf({{0, 0}, {2, 0}, {2, 0}, {0, 2}}, SHAPE_LOOP, 0.1f);
+    MetaShape& shape = shapeOf({{0, 0}, {2, 0}, {2, 0}, {0, 2}}, ShapeType::Loop, 0.1f);
     build(shape);
     EXPECT_EQ(types(shape), (std::vector{kCircle, kCircle, kCircle, kCircle, kPolygon, kPolygon, kPolygon}));
     EXPECT_EQ(log.count(0, "Skipping edge quad"), 1);
@@ -110,7 +110,7 @@ TEST_F(FixtureBuilding, RoundedLoopSkipsQuadOfZeroLengthEdge)
 TEST_F(FixtureBuilding, UnroundedLoopIsTwoChainsInOppositeDirections)
 {
     const std::vector<Vec2> ring{{0, 0}, {2, 0}, {2, 2}, {0, 2}};
-    MetaShape& shape = shapeOf(ring, SHAPE_LOOP, 0);
+    MetaShape& shape = shapeOf(ring, ShapeType::Loop, 0);
     build(shape);
     ASSERT_EQ(types(shape), (std::vector{kChain, kChain}));
     EXPECT_FALSE(shape.isReverseChainTwin(shape.createdFixtures[0]));
@@ -126,7 +126,7 @@ TEST_F(FixtureBuilding, UnroundedLoopIsTwoChainsInOppositeDirections)
 
 TEST_F(FixtureBuilding, UnroundedLineIsTwoOpenChainsWithFoldedGhosts)
 {
-    MetaShape& shape = shapeOf({{0, 0}, {1, 0}, {3, 1}}, SHAPE_LINE, 0.004f);
+    MetaShape& shape = shapeOf({{0, 0}, {1, 0}, {3, 1}}, ShapeType::Line, 0.004f);
     build(shape);
     ASSERT_EQ(types(shape), (std::vector{kChain, kChain}));
     const auto* forward = static_cast<const b2ChainShape*>(shape.createdFixtures[0]->GetShape());
@@ -145,14 +145,14 @@ TEST_F(FixtureBuilding, CoincidentVerticesAbortChainsAndLoops)
 {
     LogCapture log;
     // The ends of this open line are 0.003 apart: the closing pair counts.
-    MetaShape& line = shapeOf({{0, 0}, {1, 0}, {1, 1}, {0, 0.003f}}, SHAPE_LINE, 0);
+    MetaShape& line = shapeOf({{0, 0}, {1, 0}, {1, 1}, {0, 0.003f}}, ShapeType::Line, 0);
     build(line);
     EXPECT_TRUE(line.createdFixtures.empty());
     EXPECT_EQ(log.texts(LOG_WARNING), QStringList{"Aborting chain fixture creation due to coincident vertices in fixture: b/f"});
     EXPECT_EQ(log.texts(LOG_DEBUG).size(), 1);
 
     log.clear();
-    MetaShape& loop = shapeOf({{0, 0}, {1, 0}, {1, 0.001f}, {0, 1}}, SHAPE_LOOP, 0);
+    MetaShape& loop = shapeOf({{0, 0}, {1, 0}, {1, 0.001f}, {0, 1}}, ShapeType::Loop, 0);
     build(loop);
     EXPECT_TRUE(loop.createdFixtures.empty());
     EXPECT_EQ(log.texts(LOG_WARNING), QStringList{"Aborting loop fixture creation due to coincident vertices in fixture: b/f"});
@@ -161,9 +161,9 @@ TEST_F(FixtureBuilding, CoincidentVerticesAbortChainsAndLoops)
 TEST_F(FixtureBuilding, TooShortChainsAreRefusedNotAsserted)
 {
     LogCapture log;
-    MetaShape& line = shapeOf({{0, 0}}, SHAPE_LINE, 0);
+    MetaShape& line = shapeOf({{0, 0}}, ShapeType::Line, 0);
     build(line);
-    MetaShape& loop = shapeOf({{0, 0}, {1, 0}}, SHAPE_LOOP, 0);
+    MetaShape& loop = shapeOf({{0, 0}, {1, 0}}, ShapeType::Loop, 0);
     build(loop);
     EXPECT_TRUE(line.createdFixtures.empty());
     EXPECT_TRUE(loop.createdFixtures.empty());
@@ -172,7 +172,7 @@ TEST_F(FixtureBuilding, TooShortChainsAreRefusedNotAsserted)
 
 TEST_F(FixtureBuilding, RoundedSquarePolygonIsOnePiecePlusCirclesAndQuads)
 {
-    MetaShape& shape = shapeOf(TestRings::square(), SHAPE_POLYGON, 0.1f);
+    MetaShape& shape = shapeOf(TestRings::square(), ShapeType::Polygon, 0.1f);
     build(shape);
     ASSERT_EQ(shape.createdFixtures.size(), 9u);
     EXPECT_EQ(types(shape), (std::vector{kPolygon, kCircle, kCircle, kCircle, kCircle, kPolygon, kPolygon, kPolygon,
@@ -184,7 +184,7 @@ TEST_F(FixtureBuilding, RoundedSquarePolygonIsOnePiecePlusCirclesAndQuads)
 
 TEST_F(FixtureBuilding, SmallRadiusPolygonIsBuiltUnroundedWithExactMass)
 {
-    MetaShape& shape = shapeOf(TestRings::square(2), SHAPE_POLYGON, 0);
+    MetaShape& shape = shapeOf(TestRings::square(2), ShapeType::Polygon, 0);
     ASSERT_TRUE(shape.setRadius(0.003f));
     m_fixture.density = 3;
     build(shape);
@@ -197,7 +197,7 @@ TEST_F(FixtureBuilding, SmallRadiusPolygonIsBuiltUnroundedWithExactMass)
 TEST_F(FixtureBuilding, ConcavePolygonPiecesKeepTheMass)
 {
     const auto ring = TestRings::comb(6);
-    MetaShape& shape = shapeOf(ring, SHAPE_POLYGON, 0);
+    MetaShape& shape = shapeOf(ring, ShapeType::Polygon, 0);
     build(shape, DecompositionMethod::Bayazit);
     settleBodyMass(m_body, "b");
     EXPECT_GE(shape.createdFixtures.size(), 6u);
@@ -212,7 +212,7 @@ TEST_F(FixtureBuilding, SelfIntersectingPolygonCreatesNothingWithEitherMethod)
 {
     for (auto method : {DecompositionMethod::Bayazit, DecompositionMethod::Triangulation}) {
         LogCapture log;
-        MetaShape& shape = shapeOf({{0, 0}, {1, 1}, {1, 0}, {0, 1}}, SHAPE_POLYGON, 0.2f);
+        MetaShape& shape = shapeOf({{0, 0}, {1, 1}, {1, 0}, {0, 1}}, ShapeType::Polygon, 0.2f);
         ASSERT_TRUE(m_fixture.isSelfIntersecting());
         build(shape, method);
         EXPECT_TRUE(shape.createdFixtures.empty());
@@ -227,15 +227,15 @@ TEST_F(FixtureBuilding, InvalidInputIsRefusedWithAWarning)
     struct Case
     {
         std::vector<Vec2> vertices;
-        int type;
+        ShapeType type;
         float radius;
     } cases[] = {
-        {{{0, 0}, {nan, 1}}, SHAPE_CIRCLE, 1},
-        {{{0, 0}, {1, 0}, {1, inf}}, SHAPE_POLYGON, 0},
-        {{{0, 0}, {1, 0}, {1e9f, 1}}, SHAPE_LOOP, 0},
-        {{{0, 0}}, SHAPE_CIRCLE, nan},
-        {{{0, 0}}, SHAPE_CIRCLE, -1},
-        {{{0, 0}, {1, 0}}, SHAPE_LINE, inf},
+        {{{0, 0}, {nan, 1}}, ShapeType::Circle, 1},
+        {{{0, 0}, {1, 0}, {1, inf}}, ShapeType::Polygon, 0},
+        {{{0, 0}, {1, 0}, {1e9f, 1}}, ShapeType::Loop, 0},
+        {{{0, 0}}, ShapeType::Circle, nan},
+        {{{0, 0}}, ShapeType::Circle, -1},
+        {{{0, 0}, {1, 0}}, ShapeType::Line, inf},
     };
     for (const Case& c : cases) {
         LogCapture log;
@@ -250,7 +250,7 @@ TEST_F(FixtureBuilding, InvalidInputIsRefusedWithAWarning)
 
 TEST_F(FixtureBuilding, UnknownTypeCreatesNothing)
 {
-    MetaShape& shape = shapeOf(TestRings::square(), 9, 0);
+    MetaShape& shape = shapeOf(TestRings::square(), ShapeType(9), 0);
     LogCapture log;
     build(shape);
     EXPECT_TRUE(shape.createdFixtures.empty());
@@ -267,8 +267,8 @@ TEST_F(FixtureBuilding, FixtureDefinitionCarriesMaterialAndFilter)
     m_fixture.filterMaskBits = 0x00F0;
     m_fixture.filterGroupIndex = -3;
     m_fixture.setVertices(TestRings::square());
-    m_fixture.addShape(SHAPE_POLYGON, 0);
-    m_fixture.addShape(SHAPE_CIRCLE, 0.5f);
+    m_fixture.addShape(ShapeType::Polygon, 0);
+    m_fixture.addShape(ShapeType::Circle, 0.5f);
     createFixtures(m_fixture, m_body, DecompositionMethod::Bayazit);
     EXPECT_EQ(m_fixture.shapes()[0].createdFixtures.size(), 1u);
     ASSERT_EQ(m_fixture.shapes()[1].createdFixtures.size(), 4u);
@@ -312,7 +312,7 @@ TEST_F(FixtureBuilding, JunkVertexListsNeverTripBox2D)
             else
                 vertices.push_back({coord(rng), trial % 3 == 0 ? 0.0f : coord(rng)});
         }
-        const int type = trial % 4;
+        const ShapeType type = ShapeType(trial % 4);
         const float radius = (trial / 4) % 3 == 0 ? 0.0f : 0.05f * ((trial / 4) % 3);
         MetaShape& shape = shapeOf(vertices, type, radius);
         build(shape, trial % 2 ? DecompositionMethod::Bayazit : DecompositionMethod::Triangulation);
@@ -334,7 +334,7 @@ TEST_F(FixtureBuilding, MassIsLeftForTheWholeBodyAndSettledOnce)
 {
     // Creating fixtures leaves Box2D's mass alone (the new body has none yet)
     // but gives each fixture its density.
-    MetaShape& shape = shapeOf(TestRings::square(2), SHAPE_POLYGON, 0);
+    MetaShape& shape = shapeOf(TestRings::square(2), ShapeType::Polygon, 0);
     m_fixture.density = 3;
     build(shape);
     ASSERT_EQ(shape.createdFixtures.size(), 1u);
@@ -351,7 +351,7 @@ TEST_F(FixtureBuilding, InertiaBox2DCannotCentreIsComputedInDoublePrecision)
     // computation would lose the rotational inertia to rounding and assert.
     // The fixture stays; the inertia comes from a double-precision sum.
     LogCapture log;
-    MetaShape& far = shapeOf({{1000, 1000}, {1000.02f, 1000}, {1000.02f, 1000.02f}, {1000, 1000.02f}}, SHAPE_POLYGON, 0);
+    MetaShape& far = shapeOf({{1000, 1000}, {1000.02f, 1000}, {1000.02f, 1000.02f}, {1000, 1000.02f}}, ShapeType::Polygon, 0);
     build(far);
     ASSERT_EQ(far.createdFixtures.size(), 1u);
     EXPECT_FALSE(settleBodyMass(m_body, "far body"));
@@ -371,13 +371,13 @@ TEST_F(FixtureBuilding, InertiaBox2DCannotCentreIsComputedInDoublePrecision)
     b2BodyDef nearDef;
     nearDef.type = b2_dynamicBody;
     b2Body* nearBody = m_world.CreateBody(&nearDef);
-    MetaShape& near = shapeOf({{1, 1}, {1.02f, 1}, {1.02f, 1.02f}, {1, 1.02f}}, SHAPE_POLYGON, 0);
+    MetaShape& near = shapeOf({{1, 1}, {1.02f, 1}, {1.02f, 1.02f}, {1, 1.02f}}, ShapeType::Polygon, 0);
     createFixtures(near, "n", nearBody, fixtureDefFor(m_fixture), DecompositionMethod::Bayazit);
     EXPECT_TRUE(settleBodyMass(nearBody, "near"));
     b2BodyDef staticDef;
     b2Body* ground = m_world.CreateBody(&staticDef);
     MetaShape& farStatic = shapeOf({{1000, 1000}, {1000.02f, 1000}, {1000.02f, 1000.02f}, {1000, 1000.02f}},
-                                   SHAPE_POLYGON, 0);
+                                   ShapeType::Polygon, 0);
     createFixtures(farStatic, "g", ground, fixtureDefFor(m_fixture), DecompositionMethod::Bayazit);
     EXPECT_TRUE(settleBodyMass(ground, "ground"));
     EXPECT_EQ(farStatic.createdFixtures.size(), 1u);

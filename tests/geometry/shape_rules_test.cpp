@@ -36,7 +36,7 @@ protected:
         AppFlags::setInvalidSettingsFlag(false);
     }
 
-    MetaShape& shapeWith(int vertexCount, int type, float radius)
+    MetaShape& shapeWith(int vertexCount, ShapeType type, float radius)
     {
         std::vector<Vec2> vertices;
         for (int i = 0; i < vertexCount; ++i)
@@ -68,49 +68,49 @@ const QString kCircleRadius = "Circle shapes should have a radius value greater 
 
 TEST_F(ShapeRules, SetTypeToSameTypeReturnsFalseSilently)
 {
-    MetaShape& shape = shapeWith(4, SHAPE_POLYGON, 0);
+    MetaShape& shape = shapeWith(4, ShapeType::Polygon, 0);
     LogCapture log;
-    EXPECT_FALSE(shape.setType(SHAPE_POLYGON));
-    EXPECT_EQ(shape.type(), SHAPE_POLYGON);
+    EXPECT_FALSE(shape.setType(ShapeType::Polygon));
+    EXPECT_EQ(shape.type(), ShapeType::Polygon);
     EXPECT_TRUE(log.lines().empty());
 }
 
 TEST_F(ShapeRules, CircleNeedsRadiusOfAtLeastMinimum)
 {
-    MetaShape& shape = shapeWith(3, SHAPE_POLYGON, 0.004f);
+    MetaShape& shape = shapeWith(3, ShapeType::Polygon, 0.004f);
     LogCapture log;
-    EXPECT_FALSE(shape.setType(SHAPE_CIRCLE));
-    EXPECT_EQ(shape.type(), SHAPE_POLYGON);
+    EXPECT_FALSE(shape.setType(ShapeType::Circle));
+    EXPECT_EQ(shape.type(), ShapeType::Polygon);
     EXPECT_EQ(log.texts(LOG_ERROR), QStringList{kCircleRefusal});
 
-    shape.assign(SHAPE_POLYGON, 0.005f);
-    EXPECT_TRUE(shape.setType(SHAPE_CIRCLE));
-    EXPECT_EQ(shape.type(), SHAPE_CIRCLE);
+    shape.assign(ShapeType::Polygon, 0.005f);
+    EXPECT_TRUE(shape.setType(ShapeType::Circle));
+    EXPECT_EQ(shape.type(), ShapeType::Circle);
 }
 
 TEST_F(ShapeRules, PolygonAndLoopNeedThreeVertices)
 {
-    MetaShape& two = shapeWith(2, SHAPE_LINE, 0);
+    MetaShape& two = shapeWith(2, ShapeType::Line, 0);
     LogCapture log;
-    EXPECT_FALSE(two.setType(SHAPE_POLYGON));
-    EXPECT_FALSE(two.setType(SHAPE_LOOP));
-    EXPECT_EQ(two.type(), SHAPE_LINE);
+    EXPECT_FALSE(two.setType(ShapeType::Polygon));
+    EXPECT_FALSE(two.setType(ShapeType::Loop));
+    EXPECT_EQ(two.type(), ShapeType::Line);
     EXPECT_EQ(log.texts(LOG_ERROR), (QStringList{kPolygonRefusal, kLoopRefusal}));
 
-    MetaShape& three = shapeWith(3, SHAPE_LINE, 0);
-    EXPECT_TRUE(three.setType(SHAPE_POLYGON));
-    EXPECT_TRUE(three.setType(SHAPE_LOOP));
-    EXPECT_EQ(three.type(), SHAPE_LOOP);
+    MetaShape& three = shapeWith(3, ShapeType::Line, 0);
+    EXPECT_TRUE(three.setType(ShapeType::Polygon));
+    EXPECT_TRUE(three.setType(ShapeType::Loop));
+    EXPECT_EQ(three.type(), ShapeType::Loop);
 }
 
 TEST_F(ShapeRules, LineAndUnknownTypesAlwaysAccepted)
 {
-    MetaShape& shape = shapeWith(1, SHAPE_CIRCLE, 1);
-    EXPECT_TRUE(shape.setType(SHAPE_LINE));
-    EXPECT_TRUE(shape.setType(42));
-    EXPECT_EQ(shape.type(), 42);
-    EXPECT_EQ(MetaShape::typeName(42), "Unknown shape type");
-    EXPECT_EQ(MetaShape::typeWord(42), "unknown");
+    MetaShape& shape = shapeWith(1, ShapeType::Circle, 1);
+    EXPECT_TRUE(shape.setType(ShapeType::Line));
+    EXPECT_TRUE(shape.setType(ShapeType(42)));
+    EXPECT_EQ(shape.type(), ShapeType(42));
+    EXPECT_EQ(MetaShape::typeName(ShapeType(42)), "Unknown shape type");
+    EXPECT_EQ(MetaShape::typeWord(ShapeType(42)), "unknown");
 }
 
 TEST_F(ShapeRules, TypeNamesAndWords)
@@ -118,32 +118,32 @@ TEST_F(ShapeRules, TypeNamesAndWords)
     const char* names[] = {"Circle", "Polygon", "Line", "Loop"};
     const char* words[] = {"circle", "polygon", "line", "loop"};
     for (int t = 0; t < 4; ++t) {
-        EXPECT_EQ(MetaShape::typeName(t), names[t]);
-        EXPECT_EQ(MetaShape::typeWord(t), words[t]);
-        EXPECT_EQ(MetaShape::typeFromWord(words[t]), t);
+        EXPECT_EQ(MetaShape::typeName(ShapeType(t)), names[t]);
+        EXPECT_EQ(MetaShape::typeWord(ShapeType(t)), words[t]);
+        EXPECT_EQ(MetaShape::typeFromWord(words[t]), ShapeType(t));
     }
-    EXPECT_EQ(MetaShape::typeFromWord("unknown"), -1);
+    EXPECT_EQ(MetaShape::typeFromWord("unknown"), ShapeType(-1));
 }
 
 TEST_F(ShapeRules, RefusalShowsInvalidSettingsBoxWhenInteractive)
 {
     beInteractive();
-    MetaShape& shape = shapeWith(2, SHAPE_LINE, 0);
-    EXPECT_FALSE(shape.setType(SHAPE_LOOP));
+    MetaShape& shape = shapeWith(2, ShapeType::Line, 0);
+    EXPECT_FALSE(shape.setType(ShapeType::Loop));
     ASSERT_EQ(boxes.size(), 1u);
     EXPECT_EQ(boxes[0].kind, UserNotifier::Kind::Warning);
     EXPECT_EQ(boxes[0].title, "Invalid settings");
     EXPECT_EQ(boxes[0].text, kLoopRefusal);
 
     AppFlags::setSuppressRefusalDialogs(true);
-    EXPECT_FALSE(shape.setType(SHAPE_POLYGON));
+    EXPECT_FALSE(shape.setType(ShapeType::Polygon));
     EXPECT_EQ(boxes.size(), 1u);
 }
 
 TEST_F(ShapeRules, NegativeRadiusRefused)
 {
     beInteractive();
-    MetaShape& shape = shapeWith(3, SHAPE_POLYGON, 0.3f);
+    MetaShape& shape = shapeWith(3, ShapeType::Polygon, 0.3f);
     LogCapture log;
     EXPECT_FALSE(shape.setRadius(-0.1f));
     EXPECT_FLOAT_EQ(shape.radius(), 0.3f);
@@ -154,7 +154,7 @@ TEST_F(ShapeRules, NegativeRadiusRefused)
 
 TEST_F(ShapeRules, NonFiniteRadiusRefused)
 {
-    MetaShape& shape = shapeWith(3, SHAPE_POLYGON, 0.3f);
+    MetaShape& shape = shapeWith(3, ShapeType::Polygon, 0.3f);
     EXPECT_FALSE(shape.setRadius(std::numeric_limits<float>::quiet_NaN()));
     EXPECT_FALSE(shape.setRadius(std::numeric_limits<float>::infinity()));
     EXPECT_FLOAT_EQ(shape.radius(), 0.3f);
@@ -162,7 +162,7 @@ TEST_F(ShapeRules, NonFiniteRadiusRefused)
 
 TEST_F(ShapeRules, SmallRadiusOnNonCircleIsStoredWithWarning)
 {
-    MetaShape& shape = shapeWith(3, SHAPE_POLYGON, 0);
+    MetaShape& shape = shapeWith(3, ShapeType::Polygon, 0);
     LogCapture log;
     EXPECT_TRUE(shape.setRadius(0.003f));
     EXPECT_FLOAT_EQ(shape.radius(), 0.003f);
@@ -181,7 +181,7 @@ TEST_F(ShapeRules, SmallRadiusOnNonCircleIsStoredWithWarning)
 
 TEST_F(ShapeRules, SmallRadiusOnCircleRefusedAndRecordedWithoutWindow)
 {
-    MetaShape& shape = shapeWith(1, SHAPE_CIRCLE, 0.5f);
+    MetaShape& shape = shapeWith(1, ShapeType::Circle, 0.5f);
     LogCapture log;
     EXPECT_FALSE(shape.setRadius(0.004f));
     EXPECT_FLOAT_EQ(shape.radius(), 0.5f);
@@ -192,7 +192,7 @@ TEST_F(ShapeRules, SmallRadiusOnCircleRefusedAndRecordedWithoutWindow)
 TEST_F(ShapeRules, SmallRadiusOnCircleShowsBoxOrSetsFlagWhenSuppressed)
 {
     beInteractive();
-    MetaShape& shape = shapeWith(1, SHAPE_CIRCLE, 0.5f);
+    MetaShape& shape = shapeWith(1, ShapeType::Circle, 0.5f);
     EXPECT_FALSE(shape.setRadius(0));
     ASSERT_EQ(boxes.size(), 1u);
     EXPECT_EQ(boxes[0].title, "Invalid settings");
@@ -207,11 +207,11 @@ TEST_F(ShapeRules, SmallRadiusOnCircleShowsBoxOrSetsFlagWhenSuppressed)
 
 TEST_F(ShapeRules, ConformOneVertexZeroRadiusBecomesHalfRadiusCircle)
 {
-    for (int type : {SHAPE_POLYGON, SHAPE_LINE, SHAPE_LOOP}) {
+    for (ShapeType type : {ShapeType::Polygon, ShapeType::Line, ShapeType::Loop}) {
         MetaShape& shape = shapeWith(1, type, 0);
         LogCapture log;
         shape.conformToVertexCount("body/fix", 2);
-        EXPECT_EQ(shape.type(), SHAPE_CIRCLE);
+        EXPECT_EQ(shape.type(), ShapeType::Circle);
         EXPECT_FLOAT_EQ(shape.radius(), 0.5f);
         EXPECT_EQ(log.texts(LOG_WARNING),
                   (QStringList{"Shape radius set to 0.5: body/fix:2 (This happens when a shape has a radius of zero "
@@ -222,28 +222,28 @@ TEST_F(ShapeRules, ConformOneVertexZeroRadiusBecomesHalfRadiusCircle)
 
 TEST_F(ShapeRules, ConformOneVertexKeepsNonZeroOrNaNRadius)
 {
-    MetaShape& shape = shapeWith(1, SHAPE_POLYGON, 0.2f);
+    MetaShape& shape = shapeWith(1, ShapeType::Polygon, 0.2f);
     LogCapture log;
     shape.conformToVertexCount("f", 0);
-    EXPECT_EQ(shape.type(), SHAPE_CIRCLE);
+    EXPECT_EQ(shape.type(), ShapeType::Circle);
     EXPECT_FLOAT_EQ(shape.radius(), 0.2f);
     EXPECT_EQ(log.texts(LOG_WARNING), QStringList{"Shape type forced to circle: f:0"});
 
-    MetaShape& nan = shapeWith(1, SHAPE_LINE, std::numeric_limits<float>::quiet_NaN());
+    MetaShape& nan = shapeWith(1, ShapeType::Line, std::numeric_limits<float>::quiet_NaN());
     log.clear();
     nan.conformToVertexCount("f", 1);
-    EXPECT_EQ(nan.type(), SHAPE_CIRCLE);
+    EXPECT_EQ(nan.type(), ShapeType::Circle);
     EXPECT_TRUE(std::isnan(nan.radius()));
     EXPECT_EQ(log.texts(LOG_WARNING), QStringList{"Shape type forced to circle: f:1"});
 }
 
 TEST_F(ShapeRules, ConformTwoVertexPolygonOrLoopBecomesLine)
 {
-    for (int type : {SHAPE_POLYGON, SHAPE_LOOP}) {
+    for (ShapeType type : {ShapeType::Polygon, ShapeType::Loop}) {
         MetaShape& shape = shapeWith(2, type, 0);
         LogCapture log;
         shape.conformToVertexCount("b/f", 3);
-        EXPECT_EQ(shape.type(), SHAPE_LINE);
+        EXPECT_EQ(shape.type(), ShapeType::Line);
         EXPECT_EQ(log.texts(LOG_WARNING), QStringList{"Shape type forced to line: b/f:3"});
     }
 }
@@ -253,8 +253,8 @@ TEST_F(ShapeRules, ConformLeavesOtherCombinationsAlone)
     struct Case
     {
         int vertices;
-        int type;
-    } cases[] = {{5, SHAPE_CIRCLE}, {1, SHAPE_CIRCLE}, {2, SHAPE_LINE}, {3, SHAPE_LOOP}, {3, SHAPE_POLYGON}, {0, SHAPE_LINE}};
+        ShapeType type;
+    } cases[] = {{5, ShapeType::Circle}, {1, ShapeType::Circle}, {2, ShapeType::Line}, {3, ShapeType::Loop}, {3, ShapeType::Polygon}, {0, ShapeType::Line}};
     for (const Case& c : cases) {
         MetaShape& shape = shapeWith(c.vertices, c.type, 0);
         LogCapture log;
@@ -268,7 +268,7 @@ TEST_F(ShapeRules, ConformLeavesOtherCombinationsAlone)
 TEST_F(ShapeRules, ConformDescriptionIsSubstitutedLiterally)
 {
     // A description that itself contains a placeholder must not swallow the index.
-    MetaShape& shape = shapeWith(2, SHAPE_LOOP, 0);
+    MetaShape& shape = shapeWith(2, ShapeType::Loop, 0);
     LogCapture log;
     shape.conformToVertexCount("100%1 body", 7);
     EXPECT_EQ(log.texts(LOG_WARNING), QStringList{"Shape type forced to line: 100%1 body:7"});

@@ -220,7 +220,7 @@ MetaJoint* addJoint(MetaWorld& world, JointType type, MetaBody* a, MetaBody* b)
     joint->bodyB = b;
     joint->anchorA = {0.25f, -0.5f};
     joint->anchorB = {0, 0};
-    joint->collideConnected = type % 2 == 0;
+    joint->collideConnected = int(type) % 2 == 0;
     return world.addJoint(std::move(joint), 0, QStringLiteral("joint-%1").arg(MetaJoint::typeWord(type)));
 }
 } // namespace
@@ -303,8 +303,8 @@ std::unique_ptr<MetaWorld> makeFullScene()
     ball->customProperties = allTypes(3);
 
     MetaFixture* box = addFixture(*world, ground, QStringLiteral("box"), {{-1, -1}, {1, -1}, {1, 1}, {-1, 1}});
-    box->addShape(SHAPE_POLYGON, 0);
-    box->addShape(SHAPE_LOOP, 0.25f);
+    box->addShape(ShapeType::Polygon, 0);
+    box->addShape(ShapeType::Loop, 0.25f);
     box->friction = 0.9f;
     box->restitution = 0.3f;
     box->density = 2.5f;
@@ -313,18 +313,18 @@ std::unique_ptr<MetaWorld> makeFullScene()
     box->filterMaskBits = 0x00F0;
     box->filterGroupIndex = -3;
     box->customProperties = allTypes(4);
-    addFixture(*world, mover, QStringLiteral("wheel"), {{0.5f, 0.5f}})->addShape(SHAPE_CIRCLE, 0.75f);
-    addFixture(*world, mover, QStringLiteral("rope"), {{0, 0}, {1, 2}, {3, -1}})->addShape(SHAPE_LINE, 0.01f);
-    addFixture(*world, ball, QStringLiteral("odd"), {{0, 0}, {1, 0}, {1, 1}})->addShape(-1, 0);
+    addFixture(*world, mover, QStringLiteral("wheel"), {{0.5f, 0.5f}})->addShape(ShapeType::Circle, 0.75f);
+    addFixture(*world, mover, QStringLiteral("rope"), {{0, 0}, {1, 2}, {3, -1}})->addShape(ShapeType::Line, 0.01f);
+    addFixture(*world, ball, QStringLiteral("odd"), {{0, 0}, {1, 0}, {1, 1}})->addShape(ShapeType(-1), 0);
     addFixture(*world, ball, QStringLiteral("empty"), {});
 
-    const std::vector<JointType> types = {JOINT_REVOLUTE, JOINT_PRISMATIC, JOINT_DISTANCE, JOINT_WHEEL,
-                                          JOINT_ROPE,     JOINT_WELD,      JOINT_FRICTION, JOINT_MOTOR};
+    const std::vector<JointType> types = {JointType::Revolute, JointType::Prismatic, JointType::Distance, JointType::Wheel,
+                                          JointType::Rope,     JointType::Weld,      JointType::Friction, JointType::Motor};
     for (JointType type : types) {
-        MetaJoint* j = addJoint(*world, type, type % 2 ? ground : mover, ball);
+        MetaJoint* j = addJoint(*world, type, int(type) % 2 ? ground : mover, ball);
         j->customProperties = allTypes(int(type) + 10);
         switch (type) {
-        case JOINT_REVOLUTE:
+        case JointType::Revolute:
             j->referenceAngle = 0.5f;
             j->enableLimit = true;
             j->lowerLimit = -1.25f;
@@ -333,7 +333,7 @@ std::unique_ptr<MetaWorld> makeFullScene()
             j->motorSpeed = 3.5f;
             j->maxMotorTorque = 100;
             break;
-        case JOINT_PRISMATIC:
+        case JointType::Prismatic:
             j->localAxisA = {0, 1};
             j->referenceAngle = -0.5f;
             j->enableLimit = true;
@@ -343,12 +343,12 @@ std::unique_ptr<MetaWorld> makeFullScene()
             j->maxMotorForce = 55;
             j->motorSpeed = -1;
             break;
-        case JOINT_DISTANCE:
+        case JointType::Distance:
             j->length = 4.5f;
             j->frequency = 2;
             j->dampingRatio = 0.7f;
             break;
-        case JOINT_WHEEL:
+        case JointType::Wheel:
             j->localAxisA = {0.6f, 0.8f};
             j->enableMotor = true;
             j->motorSpeed = 9;
@@ -356,17 +356,17 @@ std::unique_ptr<MetaWorld> makeFullScene()
             j->springFrequency = 4;
             j->springDampingRatio = 0.6f;
             break;
-        case JOINT_ROPE: j->maxLength = 6.25f; break;
-        case JOINT_WELD:
+        case JointType::Rope: j->maxLength = 6.25f; break;
+        case JointType::Weld:
             j->referenceAngle = 0.3f;
             j->frequency = 5;
             j->dampingRatio = 0.2f;
             break;
-        case JOINT_FRICTION:
+        case JointType::Friction:
             j->maxForce = 10;
             j->maxTorque = 20;
             break;
-        case JOINT_MOTOR:
+        case JointType::Motor:
             j->referenceAngle = 1.1f;
             j->maxForce = 30;
             j->maxTorque = 40;
@@ -406,8 +406,8 @@ std::unique_ptr<MetaWorld> makeFullScene()
     sampler->flip = true;
     sampler->autoUpdate = true;
     sampler->useColor = true;
-    sampler->paths.push_back({SHAPE_LOOP, 0.1f, 64, 15, {{0, 0}, {1, 0}, {1, 1}}});
-    sampler->paths.push_back({-1, 0, 0, 0, {}});
+    sampler->paths.push_back({ShapeType::Loop, 0.1f, 64, 15, {{0, 0}, {1, 0}, {1, 1}}});
+    sampler->paths.push_back({ShapeType(-1), 0, 0, 0, {}});
     sampler->customProperties = allTypes(40);
     world->addSampler(std::move(sampler), 2, QStringLiteral("terrain"));
 

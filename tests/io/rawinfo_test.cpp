@@ -67,7 +67,7 @@ MetaBody* addBody(MetaWorld& w, ItemId id, const char* name, BodyType type, Vec2
     return w.addBody(std::move(body), id, name);
 }
 
-MetaFixture* addFixture(MetaWorld& w, MetaBody* body, const char* name, std::vector<Vec2> vertices, int type,
+MetaFixture* addFixture(MetaWorld& w, MetaBody* body, const char* name, std::vector<Vec2> vertices, ShapeType type,
                         float radius = 0)
 {
     MetaFixture* f = w.addFixture(body, std::make_unique<MetaFixture>(), 0, name);
@@ -84,23 +84,23 @@ std::unique_ptr<MetaWorld> makeExportScene()
     w->collisionBitplaneNames = {"ground", "things"};
     w->customProperties.set("level", 3);
     MetaBody* ground = addBody(*w, 1, "ground", BodyType::Static, {0, 0});
-    addFixture(*w, ground, "floor", {{-20, 0}, {20, 0}}, SHAPE_LINE);
-    addFixture(*w, ground, "pit", {{-5, -5}, {5, -5}, {5, 5}, {-5, 5}}, SHAPE_LOOP);
+    addFixture(*w, ground, "floor", {{-20, 0}, {20, 0}}, ShapeType::Line);
+    addFixture(*w, ground, "pit", {{-5, -5}, {5, -5}, {5, 5}, {-5, 5}}, ShapeType::Loop);
     std::vector<MetaBody*> movers;
     for (int i = 0; i < 9; ++i) {
         MetaBody* b = addBody(*w, ItemId(10 + i), qPrintable(QStringLiteral("mover%1").arg(i)), BodyType::Dynamic,
                               {float(i) * 2 - 8, 3});
         b->customProperties.set("index", i);
         if (i % 3 == 0)
-            addFixture(*w, b, "ball", {{0, 0}}, SHAPE_CIRCLE, 0.4f);
+            addFixture(*w, b, "ball", {{0, 0}}, ShapeType::Circle, 0.4f);
         else if (i % 3 == 1)
-            addFixture(*w, b, "ell", {{0, 0}, {1, 0}, {1, 0.4f}, {0.4f, 0.4f}, {0.4f, 1}, {0, 1}}, SHAPE_POLYGON);
+            addFixture(*w, b, "ell", {{0, 0}, {1, 0}, {1, 0.4f}, {0.4f, 0.4f}, {0.4f, 1}, {0, 1}}, ShapeType::Polygon);
         else
-            addFixture(*w, b, "stick", {{-0.5f, 0}, {0.5f, 0}}, SHAPE_LINE, 0.1f);
+            addFixture(*w, b, "stick", {{-0.5f, 0}, {0.5f, 0}}, ShapeType::Line, 0.1f);
         movers.push_back(b);
     }
-    const std::vector<JointType> types = {JOINT_REVOLUTE, JOINT_PRISMATIC, JOINT_DISTANCE, JOINT_WHEEL,
-                                          JOINT_ROPE,     JOINT_WELD,      JOINT_FRICTION, JOINT_MOTOR};
+    const std::vector<JointType> types = {JointType::Revolute, JointType::Prismatic, JointType::Distance, JointType::Wheel,
+                                          JointType::Rope,     JointType::Weld,      JointType::Friction, JointType::Motor};
     for (size_t i = 0; i < types.size(); ++i) {
         auto j = std::make_unique<MetaJoint>();
         j->type = types[i];
@@ -109,12 +109,12 @@ std::unique_ptr<MetaWorld> makeExportScene()
         j->anchorB = {0.1f, 0.2f};
         j->length = 2;
         j->maxLength = 2.5f;
-        j->frequency = types[i] == JOINT_WELD ? 3 : 0;
+        j->frequency = types[i] == JointType::Weld ? 3 : 0;
         j->dampingRatio = 0.5f;
         j->springFrequency = 4;
         j->springDampingRatio = 0.7f;
         j->localAxisA = {0, 1};
-        j->customProperties.set("kind", QString::number(types[i]));
+        j->customProperties.set("kind", QString::number(int(types[i])));
         w->addJoint(std::move(j), ItemId(i + 1), qPrintable(QStringLiteral("joint%1").arg(i)));
     }
     auto onBody = std::make_unique<MetaImage>();
@@ -336,9 +336,9 @@ TEST(RawInfoRead, ShapeRecordRules)
     const auto& fixtures = world->bodies()[0]->fixtures();
     ASSERT_EQ(fixtures.size(), 3u);
     EXPECT_EQ(fixtures[0]->name(), "two");
-    EXPECT_EQ(fixtures[0]->shapes()[0].type(), SHAPE_LINE);
-    EXPECT_EQ(fixtures[1]->shapes()[0].type(), SHAPE_LOOP);
-    EXPECT_EQ(fixtures[2]->shapes()[0].type(), SHAPE_LOOP) << "a closed chain is a loop";
+    EXPECT_EQ(fixtures[0]->shapes()[0].type(), ShapeType::Line);
+    EXPECT_EQ(fixtures[1]->shapes()[0].type(), ShapeType::Loop);
+    EXPECT_EQ(fixtures[2]->shapes()[0].type(), ShapeType::Loop) << "a closed chain is a loop";
     EXPECT_EQ(fixtures[2]->vertices().size(), 3u) << "without its repeated first vertex";
     EXPECT_TRUE(log.has(LOG_WARNING, "Creating edge shape instead of polygon with two vertices.\n"));
     EXPECT_TRUE(log.has(LOG_WARNING, "Ignoring polygon fixture less than two vertices.\n"));
@@ -354,7 +354,7 @@ TEST(RawInfoExport, NegativeZeroVelocitiesAreTheZeroVector)
     MetaBody* body = addBody(scene, 1, "resting", BodyType::Dynamic, {0, 0});
     body->linearVelocity = {-0.0f, 0.0f};
     body->angularVelocity = -0.0f;
-    addFixture(scene, body, "ball", {{0, 0}}, SHAPE_CIRCLE, 0.5f);
+    addFixture(scene, body, "ball", {{0, 0}}, ShapeType::Circle, 0.5f);
     const Export e = exportScene(scene);
     const Value& record = e.doc["body"][0];
     EXPECT_TRUE(record["linearVelocity"].IsInt()) << e.text.toStdString();
@@ -374,7 +374,7 @@ TEST(RawInfoExport, StaticBodiesKeepTheScenesAwakeFlag)
     MetaBody* mover = addBody(scene, 3, "sleepingMover", BodyType::Dynamic, {0, 5});
     mover->awake = false;
     for (MetaBody* b : {awake, asleep, mover})
-        addFixture(scene, b, "ball", {{0, 0}}, SHAPE_CIRCLE, 0.5f);
+        addFixture(scene, b, "ball", {{0, 0}}, ShapeType::Circle, 0.5f);
     const Export e = exportScene(scene);
     EXPECT_TRUE((*findByName(e.doc["body"], "awakeGround"))["awake"].GetBool());
     EXPECT_FALSE((*findByName(e.doc["body"], "sleepingGround"))["awake"].GetBool());

@@ -147,7 +147,7 @@ TEST(RawInfoStreamFile, BigExportStreamsAcrossManyBufferFillsAndLeavesNoTemporar
         MetaBody* added = scene.addBody(std::move(body), 0, scene.uniqueName(ItemKind::Body));
         auto fixture = std::make_unique<MetaFixture>();
         fixture->setVertices({{0, 0}, {1, 0}, {1.5f, 0.7f}, {0.4f, 1.2f}, {-0.3f, 0.5f}});
-        fixture->addShape(SHAPE_POLYGON, 0);
+        fixture->addShape(ShapeType::Polygon, 0);
         scene.addFixture(added, std::move(fixture), 0, QStringLiteral("f"));
     }
     WorldBuild build(scene);

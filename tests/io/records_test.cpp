@@ -80,7 +80,7 @@ TEST_F(RecordTest, JointTypeAndBodyRepairs)
     MetaJoint* joint = readJointRecord(m_world, parse(R"({"type": "pulley", "bodyA": 1, "bodyB": 2,
         "referenceAngle": "3FC00000", "maxLength": 9})"), 1);
     ASSERT_TRUE(joint);
-    EXPECT_EQ(joint->type, JOINT_REVOLUTE);
+    EXPECT_EQ(joint->type, JointType::Revolute);
     EXPECT_EQ(joint->referenceAngle, 1.5f);
     EXPECT_EQ(joint->maxLength, 1.0f) << "members of other types are not read";
     EXPECT_TRUE(m_log.has(LOG_WARNING, QStringLiteral("Unknown joint type pulley. Setting joint type to revolute")));
@@ -123,10 +123,10 @@ TEST_F(RecordTest, UnknownPathTypeIsReported)
         {"type": "unknown"}, {"type": "circle", "controlPoints": {"x": [1], "y": [2]}}, 17]})"), 0);
     ASSERT_TRUE(sampler);
     ASSERT_EQ(sampler->paths.size(), 3u);
-    EXPECT_EQ(sampler->paths[0].type, -1);
+    EXPECT_EQ(sampler->paths[0].type, ShapeType(-1));
     EXPECT_EQ(sampler->paths[0].maxPoints, 5);
-    EXPECT_EQ(sampler->paths[1].type, -1);
-    EXPECT_EQ(sampler->paths[2].type, SHAPE_CIRCLE);
+    EXPECT_EQ(sampler->paths[1].type, ShapeType(-1));
+    EXPECT_EQ(sampler->paths[2].type, ShapeType::Circle);
     EXPECT_EQ(sampler->paths[2].controlPoints, (std::vector<Vec2>{{1, 2}}));
     EXPECT_EQ(m_log.texts(LOG_WARNING), QStringList{QStringLiteral("Unknown path type: spline")});
 }
@@ -201,7 +201,7 @@ TEST_F(RecordTest, FixtureVerticesComeFromTheFirstShapeHoldingThem)
     const MetaFixture& first = *body->fixtures()[0];
     EXPECT_EQ(first.vertices(), (std::vector<Vec2>{{0, 0}, {1, 0}, {1, 1}}));
     ASSERT_EQ(first.shapes().size(), 3u);
-    EXPECT_EQ(first.shapes()[1].type(), SHAPE_LOOP);
+    EXPECT_EQ(first.shapes()[1].type(), ShapeType::Loop);
     EXPECT_EQ(first.shapes()[0].radius(), 0.0f);
     const MetaFixture& second = *body->fixtures()[1];
     EXPECT_EQ(second.vertices(), (std::vector<Vec2>{{3, 1}, {4, 2}}));

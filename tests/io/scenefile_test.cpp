@@ -207,11 +207,11 @@ TEST_F(SceneFileTest, ShapesAreConformedToTheirVertexCountAfterLoading)
     ASSERT_TRUE(world);
     const MetaFixture* dot = world->findFixture(1);
     ASSERT_EQ(dot->shapes().size(), 2u);
-    EXPECT_EQ(dot->shapes()[0].type(), SHAPE_CIRCLE);
+    EXPECT_EQ(dot->shapes()[0].type(), ShapeType::Circle);
     EXPECT_EQ(dot->shapes()[0].radius(), 0.5f);
-    EXPECT_EQ(dot->shapes()[1].type(), SHAPE_CIRCLE);
+    EXPECT_EQ(dot->shapes()[1].type(), ShapeType::Circle);
     EXPECT_EQ(dot->shapes()[1].radius(), 0.2f);
-    EXPECT_EQ(world->findFixture(2)->shapes()[0].type(), SHAPE_LINE);
+    EXPECT_EQ(world->findFixture(2)->shapes()[0].type(), ShapeType::Line);
     EXPECT_TRUE(log.has(LOG_WARNING, QStringLiteral("Shape radius set to 0.5: b/dot:0 (This happens when a shape has a "
                                                     "radius of zero and only one vertex, to avoid having a zero "
                                                     "radius circle.)")));

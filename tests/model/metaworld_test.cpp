@@ -84,7 +84,7 @@ TEST(ItemKinds, NamesAndTags)
 {
     EXPECT_EQ(itemKindDisplayName(ItemKind::Sampler), "Sampler");
     EXPECT_EQ(itemKindRecordTag(ItemKind::Object), "metaobject");
-    EXPECT_EQ(MetaJoint::typeFromWord("wheel"), JOINT_WHEEL);
-    EXPECT_EQ(MetaJoint::typeFromWord("pulley"), JOINT_UNKNOWN) << "scenes hold no pulley joints";
-    EXPECT_EQ(MetaJoint::typeWord(JOINT_ROPE), "rope");
+    EXPECT_EQ(MetaJoint::typeFromWord("wheel"), JointType::Wheel);
+    EXPECT_EQ(MetaJoint::typeFromWord("pulley"), JointType::Unknown) << "scenes hold no pulley joints";
+    EXPECT_EQ(MetaJoint::typeWord(JointType::Rope), "rope");
 }

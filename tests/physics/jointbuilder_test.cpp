@@ -31,7 +31,7 @@ TEST(JointBuilder, RopeIsASlackDistanceJoint)
 {
     TwoBodies bodies;
     MetaJoint rope;
-    rope.type = JOINT_ROPE;
+    rope.type = JointType::Rope;
     rope.maxLength = 4;
     b2Joint* joint = createJoint(bodies.world, rope, bodies.a, bodies.b);
     ASSERT_NE(joint, nullptr);
@@ -51,7 +51,7 @@ TEST(JointBuilder, DistanceJointIsRigidWithoutFrequencyAndSpringyWithIt)
 {
     TwoBodies bodies;
     MetaJoint rigid;
-    rigid.type = JOINT_DISTANCE;
+    rigid.type = JointType::Distance;
     rigid.length = 3;
     auto* d = static_cast<b2DistanceJoint*>(createJoint(bodies.world, rigid, bodies.a, bodies.b));
     ASSERT_NE(d, nullptr);
@@ -59,7 +59,7 @@ TEST(JointBuilder, DistanceJointIsRigidWithoutFrequencyAndSpringyWithIt)
     EXPECT_FLOAT_EQ(d->GetMaxLength(), 3);
 
     MetaJoint spring;
-    spring.type = JOINT_DISTANCE;
+    spring.type = JointType::Distance;
     spring.length = 3;
     spring.frequency = 2;
     spring.dampingRatio = 0.5f;
@@ -76,7 +76,7 @@ TEST(JointBuilder, WeldAndWheelUseTheirStiffnessFunctions)
 {
     TwoBodies bodies;
     MetaJoint weld;
-    weld.type = JOINT_WELD;
+    weld.type = JointType::Weld;
     weld.frequency = 5;
     weld.dampingRatio = 0.7f;
     auto* w = static_cast<b2WeldJoint*>(createJoint(bodies.world, weld, bodies.a, bodies.b));
@@ -86,7 +86,7 @@ TEST(JointBuilder, WeldAndWheelUseTheirStiffnessFunctions)
     EXPECT_FLOAT_EQ(w->GetDamping(), damping);
 
     MetaJoint wheel;
-    wheel.type = JOINT_WHEEL;
+    wheel.type = JointType::Wheel;
     wheel.localAxisA = {0, 5};
     wheel.springFrequency = 4;
     wheel.springDampingRatio = 0.2f;
@@ -100,14 +100,14 @@ TEST(JointBuilder, RefusesWhatBox2DCannotTake)
 {
     TwoBodies bodies;
     MetaJoint joint;
-    joint.type = JOINT_REVOLUTE;
+    joint.type = JointType::Revolute;
     EXPECT_EQ(createJoint(bodies.world, joint, bodies.a, bodies.a), nullptr) << "same body twice";
     EXPECT_EQ(createJoint(bodies.world, joint, bodies.a, nullptr), nullptr);
-    joint.type = JOINT_UNKNOWN;
+    joint.type = JointType::Unknown;
     EXPECT_EQ(createJoint(bodies.world, joint, bodies.a, bodies.b), nullptr);
 
     // Limits given the wrong way round and non-finite values are made usable.
-    joint.type = JOINT_REVOLUTE;
+    joint.type = JointType::Revolute;
     joint.enableLimit = true;
     joint.lowerLimit = 1;
     joint.upperLimit = -1;

@@ -8,7 +8,7 @@
 
 namespace
 {
-MetaFixture* addFixture(MetaWorld& world, MetaBody* body, std::vector<Vec2> vertices, int type, float radius = 0)
+MetaFixture* addFixture(MetaWorld& world, MetaBody* body, std::vector<Vec2> vertices, ShapeType type, float radius = 0)
 {
     MetaFixture* f = world.addFixture(body, std::make_unique<MetaFixture>(), 0);
     f->setVertices(std::move(vertices));
@@ -41,11 +41,11 @@ TEST(WorldBuild, BodiesFixturesAndJointsAreTracedToTheScene)
     MetaWorld scene;
     MetaBody* ground = addBody(scene, {0, 0}, BodyType::Static);
     scene.setName(ground, "ground");
-    addFixture(scene, ground, {{-10, 0}, {10, 0}}, SHAPE_LINE);
+    addFixture(scene, ground, {{-10, 0}, {10, 0}}, ShapeType::Line);
     MetaBody* box = addBody(scene, {0, 2});
-    addFixture(scene, box, {{-1, -1}, {1, -1}, {1, 1}, {-1, 1}}, SHAPE_POLYGON);
+    addFixture(scene, box, {{-1, -1}, {1, -1}, {1, 1}, {-1, 1}}, ShapeType::Polygon);
     auto joint = std::make_unique<MetaJoint>();
-    joint->type = JOINT_REVOLUTE;
+    joint->type = JointType::Revolute;
     joint->bodyA = ground;
     joint->bodyB = box;
     scene.addJoint(std::move(joint), 0, "hinge");
@@ -72,7 +72,7 @@ TEST(WorldBuild, MassOverrideReplacesTheComputedMass)
 {
     MetaWorld scene;
     MetaBody* body = addBody(scene, {0, 0});
-    addFixture(scene, body, {{-1, -1}, {1, -1}, {1, 1}, {-1, 1}}, SHAPE_POLYGON);
+    addFixture(scene, body, {{-1, -1}, {1, -1}, {1, 1}, {-1, 1}}, ShapeType::Polygon);
     WorldBuild computed(scene);
     computed.addScene(scene);
     EXPECT_NEAR(computed.bodies()[0].body->GetMass(), 4.0f, 1e-4f) << "density 1 over a 2x2 square";
@@ -90,7 +90,7 @@ TEST(WorldBuild, MirroredPlacementKeepsPolygonsCounterClockwise)
     MetaWorld scene;
     MetaBody* body = addBody(scene, {2, 0});
     body->angle = 0.3f;
-    addFixture(scene, body, {{0, 0}, {3, 0}, {3, 1}, {1, 1}, {1, 3}, {0, 3}}, SHAPE_POLYGON);
+    addFixture(scene, body, {{0, 0}, {3, 0}, {3, 1}, {1, 1}, {1, 3}, {0, 3}}, ShapeType::Polygon);
     WorldBuild build(scene);
     build.addScene(scene, Placement{{10, 5}, 0.5f, 2, true});
     const b2Body* b = build.bodies()[0].body;
@@ -110,8 +110,8 @@ TEST(WorldBuild, CircleScaledBelowTheMinimumIsLeftOut)
 {
     MetaWorld scene;
     MetaBody* body = addBody(scene, {0, 0});
-    addFixture(scene, body, {{0, 0}}, SHAPE_CIRCLE, 1);
-    addFixture(scene, body, {{0, 0}, {1, 0}, {0, 1}}, SHAPE_POLYGON);
+    addFixture(scene, body, {{0, 0}}, ShapeType::Circle, 1);
+    addFixture(scene, body, {{0, 0}, {1, 0}, {0, 1}}, ShapeType::Polygon);
     AppFlags::setInvalidSettingsFlag(false);
     const bool oldSuppress = AppFlags::setSuppressRefusalDialogs(true);
     WorldBuild build(scene);
@@ -129,7 +129,7 @@ TEST(WorldBuild, NonFiniteValuesDoNotReachBox2D)
     MetaBody* body = addBody(scene, {std::nanf(""), INFINITY});
     body->angle = std::nanf("");
     body->linearVelocity = {INFINITY, 0};
-    addFixture(scene, body, {{0, 0}, {1, 0}, {0, 1}}, SHAPE_POLYGON);
+    addFixture(scene, body, {{0, 0}, {1, 0}, {0, 1}}, ShapeType::Polygon);
     WorldBuild build(scene);
     build.addScene(scene);
     EXPECT_EQ(build.bodies()[0].body->GetPosition(), b2Vec2(0, 0));
@@ -143,7 +143,7 @@ TEST(WorldBuild, FixturesFarFromTheBodyOriginAreKeptWhenBox2DTakesTheWholeBody)
     LogCapture log;
     MetaWorld scene;
     MetaBody* body = addBody(scene, {0, 0});
-    addFixture(scene, body, {{200, 0}, {205, 0}}, SHAPE_CIRCLE, 0.25f);
+    addFixture(scene, body, {{200, 0}, {205, 0}}, ShapeType::Circle, 0.25f);
     WorldBuild build(scene);
     build.addScene(scene);
     const b2Body* b = build.bodies()[0].body;
@@ -165,7 +165,7 @@ TEST(WorldBuild, FarTinyFixtureStaysWhereBox2DWouldAssert)
     MetaWorld scene;
     MetaBody* body = addBody(scene, {0, 0});
     scene.setName(body, "speck");
-    addFixture(scene, body, {{1000, 1000}, {1000.02f, 1000}, {1000.02f, 1000.02f}, {1000, 1000.02f}}, SHAPE_POLYGON);
+    addFixture(scene, body, {{1000, 1000}, {1000.02f, 1000}, {1000.02f, 1000.02f}, {1000, 1000.02f}}, ShapeType::Polygon);
     WorldBuild build(scene);
     build.addScene(scene);
     ASSERT_EQ(build.bodies()[0].fixtures.size(), 1u);
@@ -183,7 +183,7 @@ TEST(WorldBuild, MassOverrideWithInertiaAboutTheCentreIsCorrectedNotAsserted)
     MetaWorld scene;
     MetaBody* body = addBody(scene, {0, 0});
     scene.setName(body, "lever");
-    addFixture(scene, body, {{-1, -1}, {1, -1}, {1, 1}, {-1, 1}}, SHAPE_POLYGON);
+    addFixture(scene, body, {{-1, -1}, {1, -1}, {1, 1}, {-1, 1}}, ShapeType::Polygon);
     body->massDataMass = 2;
     body->massDataCenter = {0.5f, 0};
     body->massDataI = 0.25f;

@@ -2,6 +2,7 @@
 
 #include "base/types.h"
 #include "model/metabody.h"
+#include "model/metashape.h"
 
 #include <vector>
 
@@ -15,7 +16,7 @@ namespace PlayerScenes
 /// Adds a body (no fixtures) and returns it.
 MetaBody* addBody(MetaWorld& world, BodyType type, Vec2 position, float angle = 0);
 /// Adds a fixture with one shape of the type over the vertices.
-MetaFixture* addFixture(MetaWorld& world, MetaBody* body, std::vector<Vec2> vertices, int shapeType,
+MetaFixture* addFixture(MetaWorld& world, MetaBody* body, std::vector<Vec2> vertices, ShapeType shapeType,
                         float radius = 0, float density = 1);
 /// A box of half-size h as a polygon fixture centred at the body's origin.
 MetaFixture* addBox(MetaWorld& world, MetaBody* body, float h);

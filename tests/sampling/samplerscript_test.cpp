@@ -135,7 +135,7 @@ TEST_F(SamplerScript, TracedOutlinesBecomePathsInOneStep)
     EXPECT_EQ(m_document.undoStack().text(steps), "trace outline of sampler");
     ASSERT_EQ(sampler().paths.size(), 1u);
     const MetaPath& path = sampler().paths[0];
-    EXPECT_EQ(path.type, SHAPE_POLYGON);
+    EXPECT_EQ(path.type, ShapeType::Polygon);
     EXPECT_EQ(path.controlPoints.size(), 6u) << "the L's corners";
     EXPECT_EQ(path.minAngle, 50);
     // The L covers (64 * 224 * 2 - 64 * 64) of 256 * 256 pixels of a 10 x 10 picture.
@@ -163,7 +163,7 @@ TEST_F(SamplerScript, APathBecomesAFixtureWhosePiecesTileIt)
     const MetaFixture& made = *body.fixtures()[0];
     EXPECT_EQ(made.name(), "made");
     ASSERT_EQ(made.shapes().size(), 1u);
-    EXPECT_EQ(made.shapes()[0].type(), SHAPE_POLYGON);
+    EXPECT_EQ(made.shapes()[0].type(), ShapeType::Polygon);
     // Its vertices are the path's points, moved from the sampler's frame onto the body.
     const SamplerFrame frame = SamplerFrame::of(sampler());
     ASSERT_EQ(made.vertices().size(), outline.size());
@@ -233,10 +233,10 @@ TEST_F(SamplerScript, PathTypesAndTooFewPoints)
         "createFixture(getBody(1), getPath(2, 3)); createFixture(getBody(1), getPath(2, 4));");
     const auto& fixtures = m_document.world().findBody(1)->fixtures();
     ASSERT_EQ(fixtures.size(), 4u);
-    EXPECT_EQ(fixtures[0]->shapes()[0].type(), SHAPE_LINE);
+    EXPECT_EQ(fixtures[0]->shapes()[0].type(), ShapeType::Line);
     EXPECT_EQ(fixtures[0]->vertices().size(), 3u);
-    EXPECT_EQ(fixtures[1]->shapes()[0].type(), SHAPE_LOOP);
-    EXPECT_EQ(fixtures[2]->shapes()[0].type(), SHAPE_CIRCLE);
+    EXPECT_EQ(fixtures[1]->shapes()[0].type(), ShapeType::Loop);
+    EXPECT_EQ(fixtures[2]->shapes()[0].type(), ShapeType::Circle);
     EXPECT_FLOAT_EQ(fixtures[2]->shapes()[0].radius(), 1.0f) << "the points' mean distance from their centre";
     ASSERT_EQ(fixtures[2]->vertices().size(), 1u);
     // The sampler is at (1, 0) on the body at (1, 1): its origin is the body's (1, 0).

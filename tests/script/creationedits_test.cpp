@@ -65,7 +65,7 @@ TEST_F(CreationEditsTest, BodiesAndFixturesAreAddedSelectedAndUndoneInOneStep)
     // A polygon drawn in world coordinates lands in the turned crate's frame.
     MetaBody* crate = body("crate");
     const std::vector<Vec2> points{{-7, 4}, {-5, 4}, {-6, 6}};
-    MetaFixture* fixture = CreationEdits::addFixture(m_document, crate->id(), SHAPE_POLYGON, points, 0);
+    MetaFixture* fixture = CreationEdits::addFixture(m_document, crate->id(), ShapeType::Polygon, points, 0);
     ASSERT_NE(fixture, nullptr);
     EXPECT_EQ(lastText(), "add fixture");
     ASSERT_EQ(fixture->vertices().size(), 3u);
@@ -78,15 +78,15 @@ TEST_F(CreationEditsTest, BodiesAndFixturesAreAddedSelectedAndUndoneInOneStep)
 
     // Without a body, the fixture gets a new one in the middle of its points.
     const size_t bodies = m_document.world().bodies().size();
-    MetaFixture* loose = CreationEdits::addFixture(m_document, 0, SHAPE_LINE, {{0, 0}, {4, 2}}, 0);
+    MetaFixture* loose = CreationEdits::addFixture(m_document, 0, ShapeType::Line, {{0, 0}, {4, 2}}, 0);
     ASSERT_NE(loose, nullptr);
     EXPECT_EQ(m_document.world().bodies().size(), bodies + 1);
     EXPECT_FLOAT_EQ(loose->body()->position.x, 2);
 
     const int now = m_document.undoStack().count();
-    EXPECT_EQ(CreationEdits::addFixture(m_document, crate->id(), SHAPE_POLYGON, {{0, 0}, {1, 1}}, 0), nullptr);
-    EXPECT_EQ(CreationEdits::addFixture(m_document, crate->id(), SHAPE_CIRCLE, {{0, 0}}, 0), nullptr);
-    EXPECT_EQ(CreationEdits::addFixture(m_document, crate->id(), SHAPE_LINE, {{0, 0}, {NAN, 1}}, 0), nullptr);
+    EXPECT_EQ(CreationEdits::addFixture(m_document, crate->id(), ShapeType::Polygon, {{0, 0}, {1, 1}}, 0), nullptr);
+    EXPECT_EQ(CreationEdits::addFixture(m_document, crate->id(), ShapeType::Circle, {{0, 0}}, 0), nullptr);
+    EXPECT_EQ(CreationEdits::addFixture(m_document, crate->id(), ShapeType::Line, {{0, 0}, {NAN, 1}}, 0), nullptr);
     EXPECT_EQ(CreationEdits::addBody(m_document, {INFINITY, 0}, 2, false), nullptr);
     EXPECT_EQ(m_document.undoStack().count(), now) << "refusals record nothing";
 
@@ -99,7 +99,7 @@ TEST_F(CreationEditsTest, JointsJoinTwoBodiesAtTheirAnchors)
 {
     MetaBody* ball = body("ball");
     MetaBody* crate = body("crate");
-    MetaJoint* pin = CreationEdits::addJoint(m_document, JOINT_REVOLUTE, ball->id(), crate->id(), {-4, 6});
+    MetaJoint* pin = CreationEdits::addJoint(m_document, JointType::Revolute, ball->id(), crate->id(), {-4, 6});
     ASSERT_NE(pin, nullptr);
     EXPECT_EQ(lastText(), "add joint");
     const Vec2 a = world(*ball, pin->anchorA), b = world(*crate, pin->anchorB);
@@ -107,14 +107,14 @@ TEST_F(CreationEditsTest, JointsJoinTwoBodiesAtTheirAnchors)
     EXPECT_NEAR(b.y, 6, 1e-4);
     EXPECT_NEAR(a.x, b.x, 1e-4);
 
-    MetaJoint* rod = CreationEdits::addJoint(m_document, JOINT_DISTANCE, ball->id(), crate->id(), {});
+    MetaJoint* rod = CreationEdits::addJoint(m_document, JointType::Distance, ball->id(), crate->id(), {});
     ASSERT_NE(rod, nullptr);
     EXPECT_NEAR(rod->length, (ball->position - crate->position).length(), 1e-5);
     EXPECT_EQ(m_document.selection().items(ItemKind::Joint), std::vector<ItemId>{rod->id()});
 
     const int steps = m_document.undoStack().count();
-    EXPECT_EQ(CreationEdits::addJoint(m_document, JOINT_REVOLUTE, ball->id(), ball->id(), {}), nullptr);
-    EXPECT_EQ(CreationEdits::addJoint(m_document, 99, ball->id(), crate->id(), {}), nullptr);
+    EXPECT_EQ(CreationEdits::addJoint(m_document, JointType::Revolute, ball->id(), ball->id(), {}), nullptr);
+    EXPECT_EQ(CreationEdits::addJoint(m_document, JointType(99), ball->id(), crate->id(), {}), nullptr);
     EXPECT_EQ(m_document.undoStack().count(), steps);
 }
 

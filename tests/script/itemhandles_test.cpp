@@ -404,7 +404,7 @@ p.addControlPoint(4, mv(0.5, 1.5)); p.addControlPoint(0, -0.5, 0.5); p.setContro
 p.setControlPoint(2, 1.25, 0); p.deleteControlPoint(3);
 )");
     const MetaPath& path = world().findSampler(1)->paths[0];
-    EXPECT_EQ(path.type, 3);
+    EXPECT_EQ(path.type, ShapeType(3));
     EXPECT_EQ(path.radius, 0.25f);
     EXPECT_EQ(path.maxPoints, 8);
     EXPECT_EQ(path.minAngle, 10);
@@ -422,7 +422,7 @@ p.setControlPoint(2, 1.25, 0); p.deleteControlPoint(3);
     m_document.undoStack().undo();
     const MetaPath& undone = world().findSampler(1)->paths[0];
     EXPECT_EQ(undone.controlPoints, (std::vector<Vec2>{{0, 0}, {1, 0}, {1, 1}, {0, 1}}));
-    EXPECT_EQ(undone.type, 1);
+    EXPECT_EQ(undone.type, ShapeType(1));
     EXPECT_EQ(undone.maxPoints, 20);
 }
 

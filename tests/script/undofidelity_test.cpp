@@ -334,16 +334,16 @@ void writeGeneratedScene(const QString& path, unsigned seed)
             auto fixture = std::make_unique<MetaFixture>();
             fixture->friction = unit(random);
             fixture->density = unit(random) * 3;
-            const int type = (i + k) % 4;
+            const ShapeType type = ShapeType((i + k) % 4);
             std::vector<Vec2> vertices;
-            const int count = type == SHAPE_CIRCLE ? 1 : 4 + int(unit(random) * 4);
+            const int count = type == ShapeType::Circle ? 1 : 4 + int(unit(random) * 4);
             for (int v = 0; v < count; ++v) {
                 const float a = float(v) / float(count) * 6.2831853f;
                 const float r = 1 + unit(random);
                 vertices.push_back({r * std::cos(a), r * std::sin(a)});
             }
             fixture->setVertices(vertices);
-            fixture->addShape(type, type == SHAPE_CIRCLE ? 0.5f + unit(random) : 0);
+            fixture->addShape(type, type == ShapeType::Circle ? 0.5f + unit(random) : 0);
             body->adoptFixture(std::move(fixture));
         }
         world.addBody(std::move(body), 0, QStringLiteral("gen%1").arg(i));

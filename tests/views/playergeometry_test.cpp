@@ -23,7 +23,7 @@ void buildScene(EditorDocument& document)
         MetaBody* added = document.world().addBody(std::move(body), 0);
         auto fixture = std::make_unique<MetaFixture>();
         fixture->setVertices({{0, 0}});
-        fixture->addShape(SHAPE_CIRCLE, 0.5f);
+        fixture->addShape(ShapeType::Circle, 0.5f);
         document.world().addFixture(added, std::move(fixture), 0);
     }
 }

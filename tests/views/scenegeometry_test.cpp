@@ -21,7 +21,7 @@ MetaBody* addBody(MetaWorld& world, Vec2 position, float angle = 0, BodyType typ
     return world.addBody(std::move(body), 0);
 }
 
-MetaFixture* addFixture(MetaWorld& world, MetaBody* body, int type, float radius, std::vector<Vec2> vertices)
+MetaFixture* addFixture(MetaWorld& world, MetaBody* body, ShapeType type, float radius, std::vector<Vec2> vertices)
 {
     auto fixture = std::make_unique<MetaFixture>();
     fixture->setVertices(std::move(vertices));
@@ -55,7 +55,7 @@ TEST(SceneGeometry, ShapesAreFilledOutlinedAndPlacedByTheirBody)
     const ViewColors colors;
     // A 2x2 square on a body at (10, 0) turned a quarter.
     MetaBody* body = addBody(world, {10, 0}, float(M_PI / 2), BodyType::Dynamic);
-    addFixture(world, body, SHAPE_POLYGON, 0, {{0, 0}, {2, 0}, {2, 2}, {0, 2}});
+    addFixture(world, body, ShapeType::Polygon, 0, {{0, 0}, {2, 0}, {2, 2}, {0, 2}});
     const SceneGeometry g = SceneGeometry::build(world, selection, colors, QString());
     EXPECT_NEAR(area(g.triangles), 4, 1e-4);
     EXPECT_EQ(g.lines.size(), 8u + 4u) << "four outline edges and the body's origin cross";
@@ -76,21 +76,21 @@ TEST(SceneGeometry, ConcaveAndRoundedShapesCoverTheirArea)
     Selection selection;
     MetaBody* body = addBody(world, {0, 0});
     // An L of area 3 (concave): a fan from vertex 0 would be wrong.
-    addFixture(world, body, SHAPE_POLYGON, 0, {{0, 0}, {2, 0}, {2, 1}, {1, 1}, {1, 2}, {0, 2}});
+    addFixture(world, body, ShapeType::Polygon, 0, {{0, 0}, {2, 0}, {2, 1}, {1, 1}, {1, 2}, {0, 2}});
     SceneGeometry g = SceneGeometry::build(world, selection, ViewColors(), QString());
     EXPECT_NEAR(area(g.triangles), 3, 1e-4);
 
     MetaWorld roundWorld;
     MetaBody* r = addBody(roundWorld, {0, 0});
     // A unit square rounded by 0.5: 1 + 4 * 0.5 + pi * 0.25.
-    addFixture(roundWorld, r, SHAPE_POLYGON, 0.5f, {{0, 0}, {1, 0}, {1, 1}, {0, 1}});
+    addFixture(roundWorld, r, ShapeType::Polygon, 0.5f, {{0, 0}, {1, 0}, {1, 1}, {0, 1}});
     g = SceneGeometry::build(roundWorld, selection, ViewColors(), QString());
     EXPECT_NEAR(area(g.triangles), 3 + M_PI * 0.25, 0.01);
     EXPECT_NEAR(g.lo.x, -0.5, 1e-4);
 
     MetaWorld circleWorld;
     MetaBody* c = addBody(circleWorld, {5, 5});
-    addFixture(circleWorld, c, SHAPE_CIRCLE, 2, {{1, 0}});
+    addFixture(circleWorld, c, ShapeType::Circle, 2, {{1, 0}});
     g = SceneGeometry::build(circleWorld, selection, ViewColors(), QString());
     EXPECT_NEAR(area(g.triangles), M_PI * 4, 0.1);
     EXPECT_NEAR(g.lo.x, 4, 1e-4);
@@ -102,14 +102,14 @@ TEST(SceneGeometry, LinesAndLoopsAreOutlinesAndRoundedOnesAreFilled)
     MetaWorld world;
     Selection selection;
     MetaBody* body = addBody(world, {0, 0});
-    addFixture(world, body, SHAPE_LINE, 0, {{0, 0}, {1, 0}, {1, 1}});
+    addFixture(world, body, ShapeType::Line, 0, {{0, 0}, {1, 0}, {1, 1}});
     SceneGeometry g = SceneGeometry::build(world, selection, ViewColors(), QString());
     EXPECT_TRUE(g.triangles.empty());
     EXPECT_EQ(g.lines.size(), 4u + 4u) << "two edges and the origin cross";
 
     MetaWorld loopWorld;
     MetaBody* loop = addBody(loopWorld, {0, 0});
-    addFixture(loopWorld, loop, SHAPE_LOOP, 0.2f, {{0, 0}, {1, 0}, {1, 1}});
+    addFixture(loopWorld, loop, ShapeType::Loop, 0.2f, {{0, 0}, {1, 0}, {1, 1}});
     g = SceneGeometry::build(loopWorld, selection, ViewColors(), QString());
     EXPECT_EQ(g.lines.size(), 6u + 4u) << "three edges, closed";
     EXPECT_FALSE(g.triangles.empty());
@@ -121,7 +121,7 @@ TEST(SceneGeometry, NonFiniteItemsAreLeftOutAndJointsHaveAnchors)
     Selection selection;
     const float nan = std::numeric_limits<float>::quiet_NaN();
     MetaBody* broken = addBody(world, {nan, 0});
-    addFixture(world, broken, SHAPE_POLYGON, 0, {{0, 0}, {1, 0}, {1, 1}});
+    addFixture(world, broken, ShapeType::Polygon, 0, {{0, 0}, {1, 0}, {1, 1}});
     MetaBody* a = addBody(world, {0, 0});
     MetaBody* b = addBody(world, {4, 0});
     auto joint = std::make_unique<MetaJoint>();
@@ -147,11 +147,11 @@ TEST(HitTest, FindsTheTopmostFixtureByShapeAndTolerance)
 {
     MetaWorld world;
     MetaBody* below = addBody(world, {0, 0});
-    MetaFixture* square = addFixture(world, below, SHAPE_POLYGON, 0, {{-1, -1}, {1, -1}, {1, 1}, {-1, 1}});
+    MetaFixture* square = addFixture(world, below, ShapeType::Polygon, 0, {{-1, -1}, {1, -1}, {1, 1}, {-1, 1}});
     MetaBody* above = addBody(world, {1, 0}, float(M_PI));
-    MetaFixture* circle = addFixture(world, above, SHAPE_CIRCLE, 0.5f, {{1, 0}});
+    MetaFixture* circle = addFixture(world, above, ShapeType::Circle, 0.5f, {{1, 0}});
     MetaBody* lineBody = addBody(world, {0, 5});
-    MetaFixture* line = addFixture(world, lineBody, SHAPE_LINE, 0, {{0, 0}, {4, 0}});
+    MetaFixture* line = addFixture(world, lineBody, ShapeType::Line, 0, {{0, 0}, {4, 0}});
 
     // The circle sits at (0, 0) in the world (body at x=1 turned half a turn) over the square.
     EXPECT_EQ(HitTest::topmostFixture(world, {0.1f, 0}, 0), circle);
