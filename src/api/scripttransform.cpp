@@ -597,7 +597,7 @@ bool addCenter(const std::vector<ItemId>& ids, ItemKind kind, Vec2& sum, int& co
 
 namespace TransformApi
 {
-ScriptVec2 getSelectionCenter(int mode)
+ScriptVec2 selectionCenter(EditMode mode)
 {
     ScriptDocument* doc = ScriptApi::document();
     if (!doc)
@@ -606,41 +606,40 @@ ScriptVec2 getSelectionCenter(int mode)
     Vec2 sum;
     int count = 0;
     switch (mode) {
-    case 0: addCenter<ScriptBody>(s.items(ItemKind::Body), ItemKind::Body, sum, count); break;
-    case 1: addCenter<ScriptFixture>(s.items(ItemKind::Fixture), ItemKind::Fixture, sum, count); break;
-    case 2:
+    case EditMode::Bodies: addCenter<ScriptBody>(s.items(ItemKind::Body), ItemKind::Body, sum, count); break;
+    case EditMode::Fixtures: addCenter<ScriptFixture>(s.items(ItemKind::Fixture), ItemKind::Fixture, sum, count); break;
+    case EditMode::Vertices:
         for (const Selection::VertexRef& v : s.vertices())
             if (MetaFixture* f = doc->world().findFixture(v.fixture); f && size_t(v.index) < f->vertices().size()) {
                 sum = sum + Transform<ScriptVertex>::center({f, v.index});
                 ++count;
             }
         break;
-    case 3:
+    case EditMode::Joints:
         for (ItemId id : s.items(ItemKind::Joint))
             if (MetaJoint* j = doc->world().findJoint(id)) {
                 sum = sum + JointOps::center(*j);
                 ++count;
             }
         break;
-    case 4: addCenter<ScriptImage>(s.items(ItemKind::Image), ItemKind::Image, sum, count); break;
-    case 5: addCenter<ScriptSampler>(s.items(ItemKind::Sampler), ItemKind::Sampler, sum, count); break;
-    case 6: addCenter<ScriptObject>(s.items(ItemKind::Object), ItemKind::Object, sum, count); break;
-    default: break;
+    case EditMode::Images: addCenter<ScriptImage>(s.items(ItemKind::Image), ItemKind::Image, sum, count); break;
+    case EditMode::Samplers: addCenter<ScriptSampler>(s.items(ItemKind::Sampler), ItemKind::Sampler, sum, count); break;
+    case EditMode::Objects: addCenter<ScriptObject>(s.items(ItemKind::Object), ItemKind::Object, sum, count); break;
     }
     if (count == 0)
         return {};
     return {sum.x / float(count), sum.y / float(count)};
 }
 
-void transformSelection(int mode, Operation operation, int pivotMode, float a, float b)
+void transformSelection(EditMode mode, Operation operation, int pivotMode, float a, float b)
 {
     ScriptDocument* doc = ScriptApi::document();
     if (!doc)
         return;
     switch (mode) {
-    case 0: transformHandles(selectedHandles<ScriptBody>(ItemKind::Body), operation, pivotMode, a, b); break;
-    case 1: transformHandles(selectedHandles<ScriptFixture>(ItemKind::Fixture), operation, pivotMode, a, b); break;
-    case 2: {
+    case EditMode::Bodies: transformHandles(selectedHandles<ScriptBody>(ItemKind::Body), operation, pivotMode, a, b); break;
+    case EditMode::Fixtures: transformHandles(selectedHandles<ScriptFixture>(ItemKind::Fixture), operation, pivotMode, a, b); break;
+    case EditMode::Vertices: {
         std::vector<ScriptVertex> vertices;
         for (const Selection::VertexRef& v : doc->selection().vertices())
             if (MetaFixture* f = doc->world().findFixture(v.fixture))
@@ -648,15 +647,14 @@ void transformSelection(int mode, Operation operation, int pivotMode, float a, f
         transformHandles(vertices, operation, pivotMode, a, b);
         break;
     }
-    case 3: transformJoints(selectedHandles<ScriptJoint>(ItemKind::Joint), operation, pivotMode, a, b); break;
-    case 4: transformHandles(selectedHandles<ScriptImage>(ItemKind::Image), operation, pivotMode, a, b); break;
-    case 5: transformHandles(selectedHandles<ScriptSampler>(ItemKind::Sampler), operation, pivotMode, a, b); break;
-    case 6: transformHandles(selectedHandles<ScriptObject>(ItemKind::Object), operation, pivotMode, a, b); break;
-    default: break;
+    case EditMode::Joints: transformJoints(selectedHandles<ScriptJoint>(ItemKind::Joint), operation, pivotMode, a, b); break;
+    case EditMode::Images: transformHandles(selectedHandles<ScriptImage>(ItemKind::Image), operation, pivotMode, a, b); break;
+    case EditMode::Samplers: transformHandles(selectedHandles<ScriptSampler>(ItemKind::Sampler), operation, pivotMode, a, b); break;
+    case EditMode::Objects: transformHandles(selectedHandles<ScriptObject>(ItemKind::Object), operation, pivotMode, a, b); break;
     }
 }
 
-int duplicateSelection(int mode)
+int duplicateSelection(EditMode mode)
 {
     const auto copies = [](auto handles) {
         using Handle = typename decltype(handles)::value_type;
@@ -666,14 +664,22 @@ int duplicateSelection(int mode)
         return made;
     };
     switch (mode) {
-    case 0: return copies(selectedHandles<ScriptBody>(ItemKind::Body));
-    case 1: return copies(selectedHandles<ScriptFixture>(ItemKind::Fixture));
-    case 3: return copies(selectedHandles<ScriptJoint>(ItemKind::Joint));
-    case 4: return copies(selectedHandles<ScriptImage>(ItemKind::Image));
-    case 5: return copies(selectedHandles<ScriptSampler>(ItemKind::Sampler));
-    case 6: return copies(selectedHandles<ScriptObject>(ItemKind::Object));
-    default: return 0;
+    case EditMode::Bodies: return copies(selectedHandles<ScriptBody>(ItemKind::Body));
+    case EditMode::Fixtures: return copies(selectedHandles<ScriptFixture>(ItemKind::Fixture));
+    case EditMode::Joints: return copies(selectedHandles<ScriptJoint>(ItemKind::Joint));
+    case EditMode::Images: return copies(selectedHandles<ScriptImage>(ItemKind::Image));
+    case EditMode::Samplers: return copies(selectedHandles<ScriptSampler>(ItemKind::Sampler));
+    case EditMode::Objects: return copies(selectedHandles<ScriptObject>(ItemKind::Object));
+    case EditMode::Vertices: break;
     }
+    return 0;
+}
+
+ScriptVec2 getSelectionCenter(int mode)
+{
+    if (mode < 0 || mode >= kEditModeCount)
+        return {};
+    return selectionCenter(EditMode(mode));
 }
 
 ScriptFixture createFixtureFromPath(const ScriptBody& body, const ScriptPath& path)

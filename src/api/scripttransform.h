@@ -1,6 +1,7 @@
 #pragma once
 
 #include "api/scripthandles.h"
+#include "editing/editmode.h"
 
 #include <angelscript.h>
 #include <angelscript/scriptarray.h>
@@ -18,8 +19,12 @@ class ScriptRegistrar;
 // other value both.
 namespace TransformApi
 {
-/// Edit mode indices of getSelectionCenter: 0 bodies, 1 fixtures, 2
-/// vertices, 3 joints, 4 images, 5 samplers, 6 objects.
+/// The centre of the selected items of an edit mode (the mean of their
+/// centres); (0, 0) when none is selected.
+ScriptVec2 selectionCenter(EditMode mode);
+/// The script function getSelectionCenter(mode): the edit mode by its index
+/// (0 bodies, 1 fixtures, 2 vertices, 3 joints, 4 images, 5 samplers, 6
+/// objects); (0, 0) for any other number.
 ScriptVec2 getSelectionCenter(int mode);
 
 /// What transformSelection does.
@@ -30,18 +35,17 @@ enum class Operation
     Scale,
 };
 
-/// Transforms the selected items of an edit mode (indices as for
-/// getSelectionCenter) through the same recorded setters the script
+/// Transforms the selected items of an edit mode through the same recorded setters the script
 /// functions use: translate by (a, b), rotate by the angle a, scale by the
 /// factors (a, b). `pivotMode` is that of rotate and scale (0 each item's
 /// own centre, 1 the centre of the selection, 2 the cursor). Joints move
 /// both anchors; scaling joints scales the anchors' distances to the pivot.
-void transformSelection(int mode, Operation operation, int pivotMode, float a, float b = 0);
+void transformSelection(EditMode mode, Operation operation, int pivotMode, float a, float b = 0);
 
 /// Duplicates the selected items of an edit mode in place (fresh ids and
 /// names) through the script API's duplicate, selecting the copies instead of
 /// the originals; returns how many were made. Vertices are not duplicated.
-int duplicateSelection(int mode);
+int duplicateSelection(EditMode mode);
 
 /// The script function createFixture(body, path): a fixture on the body made
 /// from a sampler's path, recorded like any new fixture (an invalid handle

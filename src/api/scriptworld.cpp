@@ -310,7 +310,7 @@ ScriptVec2 getViewCenter()
 }
 float getViewHeight() { EditorState* s = editorState(); return s ? s->viewHeight : 0; }
 float getViewPixelHeight() { EditorState* s = editorState(); return s ? s->viewPixelHeight : 0; }
-std::string getCurrentEditMode() { EditorState* s = editorState(); return s ? s->editMode.toStdString() : std::string(); }
+std::string getCurrentEditMode() { EditorState* s = editorState(); return s ? editModeWord(s->editMode).toStdString() : std::string(); }
 bool isCtrlKeyDown() { EditorState* s = editorState(); return s && s->ctrlDown; }
 bool isAltKeyDown() { EditorState* s = editorState(); return s && s->altDown; }
 std::string getCurrentActionMenuFolder()

@@ -318,7 +318,7 @@ void EditActions::copy()
     EditorView* v = view();
     if (!v)
         return;
-    const QString text = ClipboardEdits::copy(v->document(), int(v->editMode()));
+    const QString text = ClipboardEdits::copy(v->document(), v->editMode());
     if (text.isEmpty()) {
         emit statusMessage(tr("Nothing to copy in this edit mode"), 4000);
         return;
@@ -358,7 +358,7 @@ void EditActions::duplicate()
     EditorView* v = view();
     if (!v || v->stateName() != QLatin1String("editor_idle"))
         return;
-    if (ClipboardEdits::duplicate(v->document(), int(v->editMode())) == 0)
+    if (ClipboardEdits::duplicate(v->document(), v->editMode()) == 0)
         return;
     // The copies start moving with the mouse, as if G had been pressed.
     v->setFocus();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/types.h"
+#include "editing/editmode.h"
 
 #include <QString>
 
@@ -21,9 +22,8 @@ public:
     float viewPixelHeight = 600;
     /// Mouse position in world coordinates.
     Vec2 mousePos;
-    /// Current edit mode word ("bodies", "fixtures", "vertices", "joints",
-    /// "images", "samplers", "objects").
-    QString editMode = QStringLiteral("bodies");
+    /// Current edit mode (scripts read it as its word, see editModeWord()).
+    EditMode editMode = EditMode::Bodies;
     /// Modifier keys held down.
     bool ctrlDown = false;
     bool altDown = false;

@@ -22,22 +22,22 @@ struct KindInfo
 {
     const char* member;
     ItemKind kind;
-    int mode;
+    EditMode mode;
 };
 
 // Clipboard kinds 1..5 in the order they are looked for.
-constexpr KindInfo kKinds[] = {{"metabody", ItemKind::Body, 0},
-                               {"metafixture", ItemKind::Fixture, 1},
-                               {"metaimage", ItemKind::Image, 4},
-                               {"metasampler", ItemKind::Sampler, 5},
-                               {"metaobject", ItemKind::Object, 6}};
+constexpr KindInfo kKinds[] = {{"metabody", ItemKind::Body, EditMode::Bodies},
+                               {"metafixture", ItemKind::Fixture, EditMode::Fixtures},
+                               {"metaimage", ItemKind::Image, EditMode::Images},
+                               {"metasampler", ItemKind::Sampler, EditMode::Samplers},
+                               {"metaobject", ItemKind::Object, EditMode::Objects}};
 
 QString tr(const char* text)
 {
     return QCoreApplication::translate("ClipboardEdits", text);
 }
 
-const KindInfo* kindOfMode(int mode)
+const KindInfo* kindOfMode(EditMode mode)
 {
     for (const KindInfo& info : kKinds) {
         if (info.mode == mode)
@@ -88,7 +88,7 @@ Content clipboardKind(const QString& text)
     return {};
 }
 
-QString copy(ScriptDocument& document, int mode)
+QString copy(ScriptDocument& document, EditMode mode)
 {
     const KindInfo* info = kindOfMode(mode);
     if (!info)
@@ -186,13 +186,11 @@ int paste(ScriptDocument& document, const QString& text)
     return int(added.size());
 }
 
-int duplicate(ScriptDocument& document, int mode)
+int duplicate(ScriptDocument& document, EditMode mode)
 {
-    static const ItemKind kinds[] = {ItemKind::Body,  ItemKind::Fixture, ItemKind::Fixture, ItemKind::Joint,
-                                     ItemKind::Image, ItemKind::Sampler, ItemKind::Object};
-    if (mode < 0 || mode > 6 || mode == 2)
+    if (mode == EditMode::Vertices)
         return 0;
-    const ItemKind kind = kinds[mode];
+    const ItemKind kind = editModeItemKind(mode);
     const qsizetype count = qsizetype(document.selection().count(kind));
     if (count == 0)
         return 0;
@@ -206,7 +204,7 @@ int duplicate(ScriptDocument& document, int mode)
     static const char* const duplicated[] = {"Duplicated %1 bodies", "Duplicated %1 fixtures", "",
                                              "Duplicated %1 joints", "Duplicated %1 images",
                                              "Duplicated %1 samplers", "Duplicated %1 objects"};
-    plaxLog(LOG_DEBUG, tr(duplicated[mode]).arg(made));
+    plaxLog(LOG_DEBUG, tr(duplicated[int(mode)]).arg(made));
     return made;
 }
 } // namespace ClipboardEdits

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "editing/editmode.h"
+
 #include <QString>
 
 class ScriptDocument;
@@ -25,10 +27,10 @@ struct Content
 /// present, in the order bodies, fixtures, images, samplers, objects.
 Content clipboardKind(const QString& text);
 
-/// The clipboard text for the selected items of an edit mode (0 bodies, 1
-/// fixtures, 4 images, 5 samplers, 6 objects); empty when nothing is
-/// selected or the mode copies nothing (vertices, joints). Logs "Copied %1 %2".
-QString copy(ScriptDocument& document, int mode);
+/// The clipboard text for the selected items of an edit mode (bodies,
+/// fixtures, images, samplers, objects); empty when nothing is selected or
+/// the mode copies nothing (vertices, joints). Logs "Copied %1 %2".
+QString copy(ScriptDocument& document, EditMode mode);
 
 /// Adds the items of a clipboard text as new items (fresh ids), selected
 /// instead of the old selection, in one undo macro ("paste %1 %2", "paste %1
@@ -41,5 +43,5 @@ int paste(ScriptDocument& document, const QString& text);
 
 /// Duplicates the selected items of an edit mode in place ("duplicate %1
 /// %2"), selecting the copies. Returns the number of copies.
-int duplicate(ScriptDocument& document, int mode);
+int duplicate(ScriptDocument& document, EditMode mode);
 } // namespace ClipboardEdits

@@ -5,10 +5,10 @@
 
 #include <algorithm>
 
-ItemSnapshot::ItemSnapshot(MetaWorld& world, const Selection& selection, int mode) : m_world(world), m_mode(mode)
+ItemSnapshot::ItemSnapshot(MetaWorld& world, const Selection& selection, EditMode mode) : m_world(world), m_mode(mode)
 {
     switch (mode) {
-    case 0:
+    case EditMode::Bodies:
         for (ItemId id : selection.items(ItemKind::Body)) {
             if (MetaBody* body = world.findBody(id)) {
                 m_placed.push_back({id, body->position, body->angle, 1, 1, false});
@@ -18,12 +18,12 @@ ItemSnapshot::ItemSnapshot(MetaWorld& world, const Selection& selection, int mod
         }
         m_count = int(m_placed.size());
         break;
-    case 1:
+    case EditMode::Fixtures:
         for (ItemId id : selection.items(ItemKind::Fixture))
             takeFixture(id);
         m_count = int(m_fixtures.size());
         break;
-    case 2:
+    case EditMode::Vertices:
         for (const Selection::VertexRef& v : selection.vertices()) {
             const bool taken = std::any_of(m_fixtures.begin(), m_fixtures.end(),
                                            [&](const FixtureState& f) { return f.id == v.fixture; });
@@ -32,7 +32,7 @@ ItemSnapshot::ItemSnapshot(MetaWorld& world, const Selection& selection, int mod
         }
         m_count = int(selection.vertices().size());
         break;
-    case 3:
+    case EditMode::Joints:
         for (ItemId id : selection.items(ItemKind::Joint)) {
             if (MetaJoint* joint = world.findJoint(id)) {
                 // Two records per joint: anchor A, then anchor B (marked by the flip field).
@@ -42,21 +42,21 @@ ItemSnapshot::ItemSnapshot(MetaWorld& world, const Selection& selection, int mod
         }
         m_count = int(selection.count(ItemKind::Joint));
         break;
-    case 4:
+    case EditMode::Images:
         for (ItemId id : selection.items(ItemKind::Image)) {
             if (MetaImage* image = world.findImage(id))
                 m_placed.push_back({id, image->center, image->angle, image->scale, image->aspectScale, image->flip});
         }
         m_count = int(m_placed.size());
         break;
-    case 5:
+    case EditMode::Samplers:
         for (ItemId id : selection.items(ItemKind::Sampler)) {
             if (MetaSampler* sampler = world.findSampler(id))
                 m_placed.push_back({id, sampler->center, sampler->angle, sampler->height, 1, sampler->flip});
         }
         m_count = int(m_placed.size());
         break;
-    case 6:
+    case EditMode::Objects:
         for (ItemId id : selection.items(ItemKind::Object)) {
             if (MetaObject* object = world.findObject(id))
                 m_placed.push_back({id, object->position, object->angle, object->scale, 1, object->flip});
@@ -91,17 +91,17 @@ void ItemSnapshot::restore() const
     }
     for (const PlacedState& state : m_placed) {
         switch (m_mode) {
-        case 0:
+        case EditMode::Bodies:
             if (MetaBody* body = m_world.findBody(state.id)) {
                 body->position = state.position;
                 body->angle = state.angle;
             }
             break;
-        case 3:
+        case EditMode::Joints:
             if (MetaJoint* joint = m_world.findJoint(state.id))
                 (state.flip ? joint->anchorB : joint->anchorA) = state.position;
             break;
-        case 4:
+        case EditMode::Images:
             if (MetaImage* image = m_world.findImage(state.id)) {
                 image->center = state.position;
                 image->angle = state.angle;
@@ -110,7 +110,7 @@ void ItemSnapshot::restore() const
                 image->flip = state.flip;
             }
             break;
-        case 5:
+        case EditMode::Samplers:
             if (MetaSampler* sampler = m_world.findSampler(state.id)) {
                 sampler->center = state.position;
                 sampler->angle = state.angle;
@@ -118,7 +118,7 @@ void ItemSnapshot::restore() const
                 sampler->flip = state.flip;
             }
             break;
-        case 6:
+        case EditMode::Objects:
             if (MetaObject* object = m_world.findObject(state.id)) {
                 object->position = state.position;
                 object->angle = state.angle;

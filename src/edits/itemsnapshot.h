@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/types.h"
+#include "editing/editmode.h"
 
 #include <vector>
 
@@ -16,9 +17,8 @@ class Selection;
 class ItemSnapshot
 {
 public:
-    /// Takes the state of the selection of edit mode `mode` (0 bodies, 1
-    /// fixtures, 2 vertices, 3 joints, 4 images, 5 samplers, 6 objects).
-    ItemSnapshot(MetaWorld& world, const Selection& selection, int mode);
+    /// Takes the state of the selection of edit mode `mode`.
+    ItemSnapshot(MetaWorld& world, const Selection& selection, EditMode mode);
 
     /// Puts the taken values back.
     void restore() const;
@@ -44,7 +44,7 @@ private:
     void takeFixture(ItemId id);
 
     MetaWorld& m_world;
-    int m_mode;
+    EditMode m_mode;
     int m_count = 0;
     std::vector<PlacedState> m_placed;
     std::vector<FixtureState> m_fixtures;

@@ -19,9 +19,6 @@
 
 namespace
 {
-constexpr ItemKind kModeKinds[] = {ItemKind::Body,  ItemKind::Fixture, ItemKind::Fixture, ItemKind::Joint,
-                                   ItemKind::Image, ItemKind::Sampler, ItemKind::Object};
-
 QString tr(const char* text)
 {
     return QCoreApplication::translate("TransformSession", text);
@@ -38,12 +35,12 @@ const char* manipulationType(TransformApi::Operation operation)
 }
 } // namespace
 
-TransformSession::TransformSession(ScriptDocument& document, int mode, TransformApi::Operation operation, int pivotMode)
-    : m_document(document), m_mode(std::clamp(mode, 0, 6)), m_operation(operation), m_pivotMode(pivotMode == 2 ? 2 : 1)
+TransformSession::TransformSession(ScriptDocument& document, EditMode mode, TransformApi::Operation operation, int pivotMode)
+    : m_document(document), m_mode(mode), m_operation(operation), m_pivotMode(pivotMode == 2 ? 2 : 1)
 {
     m_snapshot = std::make_unique<ItemSnapshot>(document.world(), document.selection(), m_mode);
     ScriptDocumentScope scope(&m_document);
-    const ScriptVec2 centre = TransformApi::getSelectionCenter(m_mode);
+    const ScriptVec2 centre = TransformApi::selectionCenter(m_mode);
     m_pivot = m_pivotMode == 2 ? document.editorState().cursor : Vec2{centre.x, centre.y};
 }
 
@@ -90,8 +87,8 @@ void TransformSession::cancel()
 QString TransformSession::macroText(float a, float b) const
 {
     const qsizetype n = count();
-    const QString word = m_mode == 2 ? tr(n < 2 ? "vertex" : "vertices")
-                                     : SelectionEdits::kindWord(kModeKinds[m_mode], n);
+    const QString word = m_mode == EditMode::Vertices ? tr(n < 2 ? "vertex" : "vertices")
+                                                      : SelectionEdits::kindWord(editModeItemKind(m_mode), n);
     switch (m_operation) {
     case TransformApi::Operation::Translate: return tr("translation of %1 %2").arg(n).arg(word);
     case TransformApi::Operation::Rotate: return tr("rotation of %1 %2").arg(n).arg(word);
@@ -121,15 +118,15 @@ bool TransformSession::finish(float a, float b)
     data.manipulationType = QString::fromLatin1(manipulationType(m_operation));
     const Selection& selection = m_document.selection();
     switch (m_mode) {
-    case 0: data.bodies = selection.items(ItemKind::Body); break;
-    case 1: data.fixtures = selection.items(ItemKind::Fixture); break;
-    case 2:
+    case EditMode::Bodies: data.bodies = selection.items(ItemKind::Body); break;
+    case EditMode::Fixtures: data.fixtures = selection.items(ItemKind::Fixture); break;
+    case EditMode::Vertices:
         for (const Selection::VertexRef& v : selection.vertices())
             data.vertices.emplace_back(v.fixture, v.index);
         break;
-    case 3: data.joints = selection.items(ItemKind::Joint); break;
-    case 4: data.images = selection.items(ItemKind::Image); break;
-    case 5: data.samplers = selection.items(ItemKind::Sampler); break;
+    case EditMode::Joints: data.joints = selection.items(ItemKind::Joint); break;
+    case EditMode::Images: data.images = selection.items(ItemKind::Image); break;
+    case EditMode::Samplers: data.samplers = selection.items(ItemKind::Sampler); break;
     default: data.objects = selection.items(ItemKind::Object); break;
     }
     HookEvents::raise(m_document, HookEvents::manipulationEvent(m_mode), data);

@@ -21,10 +21,9 @@ class ScriptDocument;
 class TransformSession
 {
 public:
-    /// Starts on the current selection of edit mode `mode` (0 bodies ... 6
-    /// objects); rotate and scale turn about the selection centre (pivot mode
+    /// Starts on the current selection of edit mode `mode`; rotate and scale turn about the selection centre (pivot mode
     /// 1) or the cursor (pivot mode 2).
-    TransformSession(ScriptDocument& document, int mode, TransformApi::Operation operation, int pivotMode = 1);
+    TransformSession(ScriptDocument& document, EditMode mode, TransformApi::Operation operation, int pivotMode = 1);
     ~TransformSession();
     TransformSession(const TransformSession&) = delete;
     TransformSession& operator=(const TransformSession&) = delete;
@@ -49,7 +48,7 @@ private:
     bool usable(float a, float b) const;
 
     ScriptDocument& m_document;
-    int m_mode;
+    EditMode m_mode;
     TransformApi::Operation m_operation;
     int m_pivotMode;
     Vec2 m_pivot;

@@ -75,13 +75,18 @@ void raise(ScriptDocument& document, ScriptHookEvent event, const ScriptHookData
         handler()(document, event, data);
 }
 
-ScriptHookEvent manipulationEvent(int mode)
+ScriptHookEvent manipulationEvent(EditMode mode)
 {
-    static const ScriptHookEvent events[] = {SHE_BODIES_MANIPULATED, SHE_FIXTURES_MANIPULATED,
-                                             SHE_VERTICES_MANIPULATED, SHE_JOINTS_MANIPULATED,
-                                             SHE_IMAGES_MANIPULATED, SHE_SAMPLERS_MANIPULATED,
-                                             SHE_OBJECTS_MANIPULATED};
-    return mode >= 0 && mode < 7 ? events[mode] : SHE_BODIES_MANIPULATED;
+    switch (mode) {
+    case EditMode::Bodies: break;
+    case EditMode::Fixtures: return SHE_FIXTURES_MANIPULATED;
+    case EditMode::Vertices: return SHE_VERTICES_MANIPULATED;
+    case EditMode::Joints: return SHE_JOINTS_MANIPULATED;
+    case EditMode::Images: return SHE_IMAGES_MANIPULATED;
+    case EditMode::Samplers: return SHE_SAMPLERS_MANIPULATED;
+    case EditMode::Objects: return SHE_OBJECTS_MANIPULATED;
+    }
+    return SHE_BODIES_MANIPULATED;
 }
 } // namespace HookEvents
 

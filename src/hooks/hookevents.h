@@ -1,5 +1,7 @@
 #pragma once
 
+#include "editing/editmode.h"
+
 #include <QString>
 
 #include <functional>
@@ -62,6 +64,6 @@ using Handler = std::function<void(ScriptDocument& document, ScriptHookEvent eve
 void setHandler(Handler handler);
 /// Raises an event for a document.
 void raise(ScriptDocument& document, ScriptHookEvent event, const ScriptHookData& data);
-/// The manipulation event of an edit mode (0 bodies ... 6 objects).
-ScriptHookEvent manipulationEvent(int mode);
+/// The manipulation event of an edit mode.
+ScriptHookEvent manipulationEvent(EditMode mode);
 } // namespace HookEvents

@@ -172,7 +172,7 @@ const ScenePicker& EditorView::picker()
 
 EditMode EditorView::editMode() const
 {
-    return editModeFromWord(document().editorState().editMode);
+    return document().editorState().editMode;
 }
 
 void EditorView::setEditMode(EditMode mode)
@@ -180,7 +180,7 @@ void EditorView::setEditMode(EditMode mode)
     if (m_tool)
         m_tool->cancel();
     setTool(nullptr);
-    document().editorState().editMode = editModeWord(mode);
+    document().editorState().editMode = mode;
     emit editModeChanged(mode);
     update();
 }

@@ -63,7 +63,7 @@ void TransformTool::restartSession()
 {
     if (m_session)
         m_session->cancel();
-    m_session = std::make_unique<TransformSession>(m_view.document(), int(m_view.editMode()), m_operation, m_pivotMode);
+    m_session = std::make_unique<TransformSession>(m_view.document(), m_view.editMode(), m_operation, m_pivotMode);
 }
 
 QString TransformTool::refusal() const

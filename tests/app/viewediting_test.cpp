@@ -100,7 +100,7 @@ TEST_F(ViewEditingTest, EachModePicksItsOwnKindAtThePixelsWhereItIsDrawn)
     // The mode keys switch the mode; scripts see it.
     QTest::keyClick(view, Qt::Key_F);
     EXPECT_EQ(view->editMode(), EditMode::Fixtures);
-    EXPECT_EQ(doc->editorState().editMode, "fixtures");
+    EXPECT_EQ(editModeWord(doc->editorState().editMode), "fixtures");
     EXPECT_TRUE(window->action("actionFixturesMode")->isChecked());
     const MetaFixture* box = body("crate")->fixtures().front().get();
     click(crate);

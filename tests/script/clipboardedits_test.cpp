@@ -53,7 +53,7 @@ protected:
 TEST_F(ClipboardEditsTest, CopiedBodiesPasteAsNewBodiesWithTheirFixturesInOneStep)
 {
     select(ItemKind::Body, {bodyId("ball"), bodyId("chassis")});
-    const QString text = ClipboardEdits::copy(m_document, 0);
+    const QString text = ClipboardEdits::copy(m_document, EditMode::Bodies);
     ASSERT_TRUE(text.startsWith("{\"metabody\":[")) << text.toStdString();
     EXPECT_FALSE(text.contains('\n')) << "compact text";
     const ClipboardEdits::Content content = ClipboardEdits::clipboardKind(text);
@@ -87,7 +87,7 @@ TEST_F(ClipboardEditsTest, FixturesNeedBodiesAndImagesGoIntoTheBackgroundWithout
     const ItemId ball = bodyId("ball");
     const ItemId crate = bodyId("crate");
     select(ItemKind::Fixture, {m_document.world().findBody(ball)->fixtures().front()->id()});
-    const QString fixtures = ClipboardEdits::copy(m_document, 1);
+    const QString fixtures = ClipboardEdits::copy(m_document, EditMode::Fixtures);
     ASSERT_EQ(ClipboardEdits::clipboardKind(fixtures).kind, 2);
     SelectionEdits::clearSelection(m_document);
     const int steps = m_document.undoStack().count();
@@ -102,7 +102,7 @@ TEST_F(ClipboardEditsTest, FixturesNeedBodiesAndImagesGoIntoTheBackgroundWithout
     MetaImage* image = addImage();
     ASSERT_NE(image, nullptr);
     select(ItemKind::Image, {image->id()});
-    const QString images = ClipboardEdits::copy(m_document, 4);
+    const QString images = ClipboardEdits::copy(m_document, EditMode::Images);
     SelectionEdits::clearSelection(m_document);
     EXPECT_EQ(ClipboardEdits::paste(m_document, images), 1);
     EXPECT_EQ(lastText(), "paste 1 image into background");
@@ -133,11 +133,11 @@ TEST_F(ClipboardEditsTest, UnusableTextAndModesThatCopyNothingChangeNothing)
 
     MetaFixture* box = m_document.world().findBody(bodyId("crate"))->fixtures().front().get();
     SelectionEdits::setVerticesSelected(m_document, {{box->id(), 0}}, true);
-    EXPECT_TRUE(ClipboardEdits::copy(m_document, 2).isEmpty()) << "vertices are not copied";
+    EXPECT_TRUE(ClipboardEdits::copy(m_document, EditMode::Vertices).isEmpty()) << "vertices are not copied";
     select(ItemKind::Joint, {m_document.world().joints().front()->id()});
-    EXPECT_TRUE(ClipboardEdits::copy(m_document, 3).isEmpty()) << "joints are not copied";
+    EXPECT_TRUE(ClipboardEdits::copy(m_document, EditMode::Joints).isEmpty()) << "joints are not copied";
     SelectionEdits::clearSelection(m_document);
-    EXPECT_TRUE(ClipboardEdits::copy(m_document, 0).isEmpty());
+    EXPECT_TRUE(ClipboardEdits::copy(m_document, EditMode::Bodies).isEmpty());
 }
 
 TEST_F(ClipboardEditsTest, ObjectsPasteWithTheirOwnLogLine)
@@ -146,7 +146,7 @@ TEST_F(ClipboardEditsTest, ObjectsPasteWithTheirOwnLogLine)
     MetaObject* object = ItemOps::addObject(0, R"({"name":"thing","file":"missing.plax","position":{"x":3,"y":4}})");
     ASSERT_NE(object, nullptr);
     select(ItemKind::Object, {object->id()});
-    const QString text = ClipboardEdits::copy(m_document, 6);
+    const QString text = ClipboardEdits::copy(m_document, EditMode::Objects);
     EXPECT_EQ(ClipboardEdits::clipboardKind(text).kind, 5);
     LogCapture log;
     EXPECT_EQ(ClipboardEdits::paste(m_document, text), 1);
@@ -161,7 +161,7 @@ TEST_F(ClipboardEditsTest, DuplicateCopiesInPlaceAsOneStepAndSelectsTheCopies)
     const int steps = m_document.undoStack().count();
     const size_t bodies = m_document.world().bodies().size();
     LogCapture log;
-    EXPECT_EQ(ClipboardEdits::duplicate(m_document, 0), 2);
+    EXPECT_EQ(ClipboardEdits::duplicate(m_document, EditMode::Bodies), 2);
     EXPECT_EQ(m_document.undoStack().count(), steps + 1);
     EXPECT_EQ(lastText(), "duplicate 2 bodies");
     EXPECT_TRUE(log.contains(LOG_DEBUG, "Duplicated 2 bodies"));
@@ -175,5 +175,5 @@ TEST_F(ClipboardEditsTest, DuplicateCopiesInPlaceAsOneStepAndSelectsTheCopies)
     m_document.undoStack().undo();
     m_document.undoStack().undo(); // the selection made above
     EXPECT_EQ(saved(), before);
-    EXPECT_EQ(ClipboardEdits::duplicate(m_document, 2), 0) << "vertices are not duplicated";
+    EXPECT_EQ(ClipboardEdits::duplicate(m_document, EditMode::Vertices), 0) << "vertices are not duplicated";
 }

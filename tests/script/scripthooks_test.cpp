@@ -268,7 +268,7 @@ TEST_F(ScriptHooksTest, HookScriptsSeeTheDataOfEachManipulation)
         default: SelectionEdits::setSelected(m_document, ItemKind::Object, {object}, true); break;
         }
         LogCapture log;
-        TransformSession session(m_document, c.mode, c.operation);
+        TransformSession session(m_document, EditMode(c.mode), c.operation);
         ASSERT_TRUE(session.finish(c.a, c.b)) << c.mode;
         EXPECT_EQ(log.texts(LOG_SCRIPT), (QStringList{c.expected[0], c.expected[1]})) << log.dump().toStdString();
     }
@@ -323,7 +323,7 @@ TEST_F(ScriptHooksTest, AnEventIsOneUndoStepOfItsOwnAfterTheEdit)
     const Vec2 at = m_document.world().findBody(ball)->position;
     SelectionEdits::setSelected(m_document, ItemKind::Body, {ball}, true);
     const int steps = m_document.undoStack().count();
-    TransformSession session(m_document, 0, Op::Translate);
+    TransformSession session(m_document, EditMode::Bodies, Op::Translate);
     ASSERT_TRUE(session.finish(3, 0));
     EXPECT_EQ(m_document.undoStack().count(), steps + 2);
     EXPECT_EQ(lastText(), "script hook [Bodies manipulated]");

@@ -57,7 +57,7 @@ TEST_F(TransformSessionTest, PreviewsReplaceEachOtherAndCancelRestoresTheSceneBi
     const QByteArray before = saved();
     const int steps = m_document.undoStack().count();
     {
-        TransformSession session(m_document, 0, Op::Translate);
+        TransformSession session(m_document, EditMode::Bodies, Op::Translate);
         EXPECT_EQ(session.count(), 2);
         session.preview(1.5f, -2);
         EXPECT_FLOAT_EQ(body("ball").position.x, -0.5f);
@@ -71,7 +71,7 @@ TEST_F(TransformSessionTest, PreviewsReplaceEachOtherAndCancelRestoresTheSceneBi
     EXPECT_EQ(m_document.undoStack().count(), steps) << "previews record nothing";
 
     {
-        TransformSession session(m_document, 0, Op::Rotate);
+        TransformSession session(m_document, EditMode::Bodies, Op::Rotate);
         session.preview(0.7f);
         // Leaving the scope unfinished cancels.
     }
@@ -83,7 +83,7 @@ TEST_F(TransformSessionTest, FinishingIsOneUndoStepAndUndoAndRedoAreExact)
     select(ItemKind::Body, {body("ball").id(), body("crate").id()});
     const QByteArray before = saved();
     const int steps = m_document.undoStack().count();
-    TransformSession session(m_document, 0, Op::Rotate);
+    TransformSession session(m_document, EditMode::Bodies, Op::Rotate);
     const Vec2 pivot = session.pivot();
     EXPECT_FLOAT_EQ(pivot.x, -4); // middle of (-2, 8) and (-6, 5)
     EXPECT_FLOAT_EQ(pivot.y, 6.5f);
@@ -109,22 +109,22 @@ TEST_F(TransformSessionTest, ScalingTextsAndRefusedValues)
     select(ItemKind::Fixture, {fixture("box").id()});
     const int steps = m_document.undoStack().count();
     {
-        TransformSession session(m_document, 1, Op::Scale);
+        TransformSession session(m_document, EditMode::Fixtures, Op::Scale);
         EXPECT_EQ(session.macroText(2, 2), "scale of 1 fixture");
         EXPECT_FALSE(session.finish(0, 1)) << "a zero scale would collapse the fixture";
     }
     {
-        TransformSession session(m_document, 1, Op::Translate);
+        TransformSession session(m_document, EditMode::Fixtures, Op::Translate);
         EXPECT_FALSE(session.finish(std::nanf(""), 1));
     }
     {
-        TransformSession session(m_document, 1, Op::Scale);
+        TransformSession session(m_document, EditMode::Fixtures, Op::Scale);
         EXPECT_FALSE(session.finish(1, 1)) << "no change, no step";
     }
     EXPECT_EQ(m_document.undoStack().count(), steps);
 
     const std::vector<Vec2> before = fixture("box").vertices();
-    TransformSession session(m_document, 1, Op::Scale);
+    TransformSession session(m_document, EditMode::Fixtures, Op::Scale);
     ASSERT_TRUE(session.finish(-1, 1));
     EXPECT_EQ(lastText(), "negative scale of 1 fixture");
     const std::vector<Vec2>& mirrored = fixture("box").vertices();
@@ -144,7 +144,7 @@ TEST_F(TransformSessionTest, VerticesTurnAboutTheCursorAndJointsMoveBothAnchors)
     SelectionEdits::setVerticesSelected(m_document, {{box.id(), 0}, {box.id(), 1}}, true);
     m_document.editorState().cursor = {-6, 5}; // the crate's origin
     const Vec2 v0 = box.vertices()[0];
-    TransformSession session(m_document, 2, Op::Rotate, 2);
+    TransformSession session(m_document, EditMode::Vertices, Op::Rotate, 2);
     EXPECT_EQ(session.count(), 2);
     ASSERT_TRUE(session.finish(float(M_PI)));
     EXPECT_EQ(lastText(), "rotation of 2 vertices");
@@ -162,7 +162,7 @@ TEST_F(TransformSessionTest, VerticesTurnAboutTheCursorAndJointsMoveBothAnchors)
     MetaJoint* joint = m_document.world().joints().front().get();
     select(ItemKind::Joint, {joint->id()});
     const Vec2 a = joint->anchorA, b = joint->anchorB;
-    TransformSession move(m_document, 3, Op::Translate);
+    TransformSession move(m_document, EditMode::Joints, Op::Translate);
     ASSERT_TRUE(move.finish(1, 0));
     EXPECT_EQ(lastText(), "translation of 1 joint");
     EXPECT_FALSE(joint->anchorA == a);
@@ -177,7 +177,7 @@ TEST_F(TransformSessionTest, FinishingRaisesTheManipulationEventOnceWithTheItems
     });
     const ItemId ball = body("ball").id();
     select(ItemKind::Body, {ball});
-    TransformSession session(m_document, 0, Op::Translate);
+    TransformSession session(m_document, EditMode::Bodies, Op::Translate);
     session.preview(1, 1);
     EXPECT_TRUE(raised.empty());
     ASSERT_TRUE(session.finish(2, 0));

@@ -196,7 +196,7 @@ TEST_F(ReadabilityTest, TheSelectionStandsOutInEveryEditMode)
     const auto box = [this](Vec2 at) { return QRect(pixel(at) - QPoint(1, 1), QSize(3, 3)); };
     const int white = 3 * 235;
     for (const Case& c : cases) {
-        document.editorState().editMode = QString::fromLatin1(c.mode);
+        document.editorState().editMode = editModeFromWord(QString::fromLatin1(c.mode));
         document.selection().clear();
         view->sceneChanged();
         const QImage before = frame();
@@ -213,7 +213,7 @@ TEST_F(ReadabilityTest, TheSelectionStandsOutInEveryEditMode)
     // Fixtures and vertices: the selected fixture's outline turns white and
     // its corners are marked, the picked vertex larger and white.
     for (const char* mode : {"fixtures", "vertices"}) {
-        document.editorState().editMode = QString::fromLatin1(mode);
+        document.editorState().editMode = editModeFromWord(QString::fromLatin1(mode));
         document.selection().clear();
         document.selection().add(ItemKind::Fixture, 3);
         document.selection().addVertex(3, 0);

@@ -205,7 +205,7 @@ TEST_F(RenderingTest, LabelsNameTheItemsOfTheEditModeAndCanBeHidden)
     EXPECT_EQ(labelPixels(frame, pinMiddle + QPointF(0, 20), colors.label), 0);
 
     // In the joint mode the joint is named, at the middle of its anchors.
-    document.editorState().editMode = QStringLiteral("joints");
+    document.editorState().editMode = EditMode::Joints;
     frame = view->grabFramebuffer();
     EXPECT_EQ(view->lastLabelCount(), 1);
 
