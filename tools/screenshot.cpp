@@ -6,7 +6,7 @@
 //                   [--key KEYS] [--action OBJECTNAME] [--tips] [--samples N] [--wait MS] SCENE...
 #include "app/editorworkspace.h"
 #include "app/mainwindow.h"
-#include "app/scripttooling.h"
+#include "app/appdialogs.h"
 #include "base/settings.h"
 #include "document/editordocument.h"
 #include "engine/documentscripting.h"
@@ -85,8 +85,7 @@ int main(int argc, char** argv)
             document->scripting().runOneShot(QString::fromUtf8(file.readAll()), QString());
     }
     if (tips) {
-        if (ScriptTooling* tooling = ScriptTooling::of(&window))
-            tooling->startUp();
+        window.appDialogs()->startUp();
     }
     QTest::qWait(200);
     // The picture: the window with each OpenGL view's frame buffer, rendered

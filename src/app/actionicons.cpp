@@ -50,4 +50,15 @@ void nameShortcutsInToolTips(QToolBar& toolbar)
         QObject::connect(action, &QAction::changed, action, update);
     }
 }
+
+QAction* makeAction(QObject* parent, const char* name, const QString& text, const QKeySequence& key,
+                    const QString& tip)
+{
+    auto* action = new QAction(text, parent);
+    action->setObjectName(QLatin1String(name));
+    action->setShortcut(key);
+    action->setToolTip(key.isEmpty() ? tip : QStringLiteral("%1 (%2)").arg(tip, key.toString(QKeySequence::NativeText)));
+    action->setStatusTip(tip);
+    return action;
+}
 } // namespace ActionIcons

@@ -4,6 +4,8 @@
 #include <QString>
 
 class QAction;
+class QKeySequence;
+class QObject;
 class QToolBar;
 
 /// Icons and tooltips of the toolbar actions.
@@ -21,4 +23,8 @@ QString toolTipWithShortcut(const QAction& action);
 /// Gives every action on the toolbar the tooltip of toolTipWithShortcut(),
 /// now and whenever the action's text or shortcut changes.
 void nameShortcutsInToolTips(QToolBar& toolbar);
+/// A menu action owned by `parent`, named `name`, with a shortcut and a tip
+/// (the tooltip names the shortcut, the status bar shows the tip).
+QAction* makeAction(QObject* parent, const char* name, const QString& text, const QKeySequence& key,
+                    const QString& tip);
 } // namespace ActionIcons

@@ -8,22 +8,6 @@
 
 namespace
 {
-QDockWidget* dock(QMainWindow& window, const char* name)
-{
-    return window.findChild<QDockWidget*>(QLatin1String(name));
-}
-
-// Every listed dock that exists, in order.
-QList<QDockWidget*> docks(QMainWindow& window, std::initializer_list<const char*> names)
-{
-    QList<QDockWidget*> found;
-    for (const char* name : names) {
-        if (QDockWidget* d = dock(window, name))
-            found.append(d);
-    }
-    return found;
-}
-
 // Tabs `rest` behind `first`, in order.
 void tabify(QMainWindow& window, QDockWidget* first, const QList<QDockWidget*>& rest)
 {
@@ -37,7 +21,7 @@ void tabify(QMainWindow& window, QDockWidget* first, const QList<QDockWidget*>& 
 
 namespace DockLayout
 {
-void apply(QMainWindow& window)
+void apply(QMainWindow& window, const Docks& docks)
 {
     const QList<QDockWidget*> all = window.findChildren<QDockWidget*>(QString(), Qt::FindDirectChildrenOnly);
     for (QDockWidget* d : all) {
@@ -49,15 +33,26 @@ void apply(QMainWindow& window)
     window.setCorner(Qt::TopLeftCorner, Qt::LeftDockWidgetArea);
     window.setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);
 
-    QDockWidget* items = dock(window, "ItemsDock");
-    QDockWidget* properties = dock(window, "PropertiesDock");
-    QDockWidget* log = dock(window, "MessageLogDock");
-    QDockWidget* editor = dock(window, "ScriptEditorDock");
-    QDockWidget* library = dock(window, "ScriptLibraryDock");
-    const QList<QDockWidget*> behindItems = docks(window, {"UndoDock"});
-    const QList<QDockWidget*> behindProperties =
-        docks(window, {"CustomPropertiesDock", "CollisionFilterDock", "ExportedPropertiesDock", "HelpDock"});
-    const QList<QDockWidget*> behindLog = docks(window, {"ScriptDock"});
+    QDockWidget* items = docks.items;
+    QDockWidget* properties = docks.properties;
+    QDockWidget* log = docks.log;
+    QDockWidget* editor = docks.scriptEditor;
+    QDockWidget* library = docks.scriptLibrary;
+    const auto present = [](std::initializer_list<QDockWidget*> list) {
+        QList<QDockWidget*> found;
+        for (QDockWidget* d : list) {
+            if (d)
+                found.append(d);
+        }
+        return found;
+    };
+    const QList<QDockWidget*> behindItems = present({docks.undo});
+    QList<QDockWidget*> behindProperties;
+    for (QDockWidget* d : docks.behindProperties) {
+        if (d)
+            behindProperties.append(d);
+    }
+    const QList<QDockWidget*> behindLog = present({docks.scriptOutput});
 
     if (items && properties) {
         window.addDockWidget(Qt::RightDockWidgetArea, items);
@@ -95,14 +90,14 @@ void apply(QMainWindow& window)
         window.addToolBar(Qt::TopToolBarArea, bar);
         bar->show();
     }
-    resize(window);
+    resize(window, docks);
 }
 
-void resize(QMainWindow& window)
+void resize(QMainWindow& window, const Docks& docks)
 {
-    QDockWidget* items = dock(window, "ItemsDock");
-    QDockWidget* properties = dock(window, "PropertiesDock");
-    QDockWidget* log = dock(window, "MessageLogDock");
+    QDockWidget* items = docks.items;
+    QDockWidget* properties = docks.properties;
+    QDockWidget* log = docks.log;
     const int side = std::clamp(window.width() / 5, 240, 380);
     const int bottom = std::clamp(window.height() / 5, 130, 240);
     if (items && properties && items->isVisible() && properties->isVisible()) {

@@ -2,6 +2,7 @@
 
 #include "api/scriptapi.h"
 #include "app/mainwindow.h"
+#include "app/appdialogs.h"
 #include "app/scripttooling.h"
 #include "base/log.h"
 #include "base/settings.h"
@@ -72,8 +73,7 @@ bool startEditor(MainWindow& window, const EditorStart& start)
     if (Version::kTrial)
         plaxLog(LOG_INFO, "This is the trial version of P.L.A.X - some features are not available.");
     window.openStartupDocuments(start.files);
-    if (ScriptTooling* tooling = ScriptTooling::of(&window))
-        tooling->startUp();
+    window.appDialogs()->startUp();
 
     if (menuFound && start.folder.failed.isEmpty())
         return false;
@@ -89,11 +89,8 @@ bool startEditor(MainWindow& window, const EditorStart& start)
 
 void showWorkingDirectoryOptions(MainWindow& window, const QString& installedConfig)
 {
-    ScriptTooling* tooling = ScriptTooling::of(&window);
-    if (!tooling)
-        return;
     const QString before = configuredWorkingDirectory();
-    tooling->showWorkingDirectoryPreferences();
+    window.appDialogs()->showWorkingDirectoryPreferences();
     const QString after = configuredWorkingDirectory();
     if (after.isEmpty() || after == before)
         return;
@@ -102,8 +99,8 @@ void showWorkingDirectoryOptions(MainWindow& window, const QString& installedCon
     if (!folder.changed)
         return;
     defaultActionMenuFound();
-    tooling->customMenus()->loadCustomMenuActions();
-    tooling->scriptLibrary()->refresh();
+    window.scriptTooling()->customMenus()->loadCustomMenuActions();
+    window.scriptTooling()->scriptLibrary()->refresh();
     if (ScriptHooksManager* hooks = ScriptHooksManager::instance())
         hooks->load();
 }

@@ -1,6 +1,7 @@
 #include "app/mainwindow.h"
 
 #include "app/actionicons.h"
+#include "app/appdialogs.h"
 #include "app/autosave.h"
 #include "app/docklayout.h"
 #include "app/editactions.h"
@@ -92,8 +93,18 @@ MainWindow::MainWindow(QWidget* parent)
     createPanels();
     createMenus();
     installNotifier();
-    m_scriptTooling = new ScriptTooling(this);
-    connect(m_scriptTooling, &ScriptTooling::preferencesChanged, this, [this] {
+    ScriptToolingPlaces places;
+    places.window = this;
+    places.workspace = m_workspace;
+    places.sceneArea = m_mdiArea;
+    places.output = m_scriptOutput;
+    places.outputDock = m_scriptDock;
+    places.appendLog = [this](int level, const QString& text) { appendLogMessage(level, text); };
+    m_scriptTooling = new ScriptTooling(places);
+    m_scriptTooling->populate(m_viewMenu, m_windowMenu, m_helpMenu, m_aboutAction);
+    m_appDialogs = new AppDialogs(this, m_mdiArea);
+    m_appDialogs->populate(m_editMenu, m_helpMenu, m_aboutAction);
+    connect(m_appDialogs, &AppDialogs::preferencesChanged, this, [this] {
         m_autoSaver->settingsChanged();
         m_logPanel->followPreferences();
         for (QMdiSubWindow* window : m_mdiArea->subWindowList()) {
@@ -236,6 +247,7 @@ void MainWindow::createMenus()
     make(file, "actionExit", tr("E&xit"), QKeySequence::Quit, [this] { close(); });
 
     QMenu* edit = menuBar()->addMenu(tr("&Edit"));
+    m_editMenu = edit;
     QAction* undo = m_workspace->undoGroup()->createUndoAction(this, tr("&Undo"));
     undo->setObjectName(QStringLiteral("actionUndo"));
     undo->setShortcut(QKeySequence::Undo);
@@ -309,14 +321,15 @@ void MainWindow::createMenus()
     m_viewMenu->addAction(playerToggle);
 
     QMenu* window = menuBar()->addMenu(tr("&Window"));
+    m_windowMenu = window;
     make(window, "actionTile", tr("&Tile"), QKeySequence(), [this] { m_mdiArea->tileSubWindows(); });
     make(window, "actionCascade", tr("&Cascade"), QKeySequence(), [this] { m_mdiArea->cascadeSubWindows(); });
     make(window, "actionNextWindow", tr("&Next"), QKeySequence::NextChild, [this] { m_mdiArea->activateNextSubWindow(); });
     make(window, "actionPreviousWindow", tr("&Previous"), QKeySequence::PreviousChild,
          [this] { m_mdiArea->activatePreviousSubWindow(); });
 
-    QMenu* help = menuBar()->addMenu(tr("&Help"));
-    make(help, "actionAbout", tr("&About P.L.A.X"), QKeySequence(), [this] {
+    m_helpMenu = menuBar()->addMenu(tr("&Help"));
+    m_aboutAction = make(m_helpMenu, "actionAbout", tr("&About P.L.A.X"), QKeySequence(), [this] {
         QMessageBox::about(this, tr("About P.L.A.X"),
                            tr("P.L.A.X %1.%2.%3\nAn editor for Box2D scenes.")
                                .arg(Version::kMajor)
@@ -546,9 +559,25 @@ void MainWindow::restoreSettings()
     settings->endGroup();
     if (!restored) {
         // A first start: the standard arrangement, sized once the window has its size.
-        DockLayout::apply(*this);
+        DockLayout::apply(*this, standardDocks());
         m_sizeDocksWhenShown = true;
     }
+}
+
+DockLayout::Docks MainWindow::standardDocks() const
+{
+    DockLayout::Docks docks;
+    docks.items = m_itemsDock;
+    docks.properties = m_propertiesDock;
+    docks.log = m_logDock;
+    docks.undo = m_undoDock;
+    docks.scriptOutput = m_scriptDock;
+    if (m_scriptTooling) {
+        docks.scriptEditor = m_scriptTooling->scriptEditorDock();
+        docks.scriptLibrary = m_scriptTooling->scriptLibraryDock();
+        docks.behindProperties = m_scriptTooling->tableAndHelpDocks();
+    }
+    return docks;
 }
 
 void MainWindow::placeOnScreen()
@@ -564,9 +593,9 @@ void MainWindow::placeOnScreen()
 
 void MainWindow::resetLayout()
 {
-    DockLayout::apply(*this);
+    DockLayout::apply(*this, standardDocks());
     // The docks take their sizes when the layout has settled in the window.
-    QTimer::singleShot(0, this, [this] { DockLayout::resize(*this); });
+    QTimer::singleShot(0, this, [this] { DockLayout::resize(*this, standardDocks()); });
 }
 
 void MainWindow::showEvent(QShowEvent* event)
@@ -575,7 +604,7 @@ void MainWindow::showEvent(QShowEvent* event)
     if (!m_sizeDocksWhenShown)
         return;
     m_sizeDocksWhenShown = false;
-    QTimer::singleShot(0, this, [this] { DockLayout::resize(*this); });
+    QTimer::singleShot(0, this, [this] { DockLayout::resize(*this, standardDocks()); });
 }
 
 void MainWindow::saveSettings() const

@@ -1,10 +1,12 @@
 #pragma once
 
+#include "app/docklayout.h"
 #include "base/types.h"
 
 #include <QMainWindow>
 #include <QStringList>
 
+class AppDialogs;
 class AutoSaver;
 class EditActions;
 class ExportActions;
@@ -55,6 +57,12 @@ public:
     QAction* action(const QString& objectName) const;
     /// The editing actions (modes, adding, clipboard, ...).
     EditActions* editActions() const { return m_editActions; }
+    /// The script docks and menus.
+    ScriptTooling* scriptTooling() const { return m_scriptTooling; }
+    /// Preferences, about, tips, the update check and feedback.
+    AppDialogs* appDialogs() const { return m_appDialogs; }
+    /// The script output panel.
+    QPlainTextEdit* scriptOutput() const { return m_scriptOutput; }
     /// The recent-files menu.
     QMenu* recentFilesMenu() const { return m_recentMenu; }
     /// Opens `files` (named on the command line) or, when there are none, the
@@ -91,6 +99,7 @@ private:
     void installNotifier();
     void restoreSettings();
     void placeOnScreen();
+    DockLayout::Docks standardDocks() const;
     void saveSettings() const;
     QStringList openDocumentPaths() const;
 
@@ -101,6 +110,7 @@ private:
     PlayerActions* m_playerActions = nullptr;
     ExportActions* m_exportActions = nullptr;
     ScriptTooling* m_scriptTooling = nullptr;
+    AppDialogs* m_appDialogs = nullptr;
     QToolBar* m_modeToolBar = nullptr;
     QMetaObject::Connection m_stackConnection;
     MessageLogPanel* m_logPanel;
@@ -110,6 +120,10 @@ private:
     QUndoView* m_undoView;
     QMenu* m_recentMenu = nullptr;
     QMenu* m_viewMenu = nullptr;
+    QMenu* m_editMenu = nullptr;
+    QMenu* m_windowMenu = nullptr;
+    QMenu* m_helpMenu = nullptr;
+    QAction* m_aboutAction = nullptr;
     QDockWidget* m_itemsDock = nullptr;
     QDockWidget* m_propertiesDock = nullptr;
     QDockWidget* m_scriptDock = nullptr;

@@ -1,58 +1,64 @@
 #pragma once
 
 #include <QObject>
-#include <QPointer>
+
+#include <functional>
 
 class CollisionFilterTable;
 class CustomActionMenus;
 class CustomPropertyTable;
 class EditorDocument;
+class EditorWorkspace;
 class ExportedPropertyTable;
 class HelpBrowser;
-class MainWindow;
 class QAction;
 class QDockWidget;
 class QKeySequence;
+class QMainWindow;
+class QMdiArea;
 class QMenu;
+class QPlainTextEdit;
 class ScriptEditorPanel;
 class ScriptLibrary;
-class TipsDialog;
-class UpdateCheck;
 
-/// Everything about writing and using scripts in the main window, and the
-/// remaining panels and dialogs: the custom action menu ("Actions" in the
-/// menu bar), the script editor, script library and help docks, the custom
-/// property, collision filter and exported property tables, preferences,
-/// about, tips, the update check and feedback. It installs the script
-/// machinery's interface hooks (busy indicator, clearing the script output,
-/// error rows, the library's current file) and routes what a building live
-/// script logs to the script output panel.
+/// What the script tooling works with in the main window, handed over
+/// typed by the window that owns it.
+struct ScriptToolingPlaces
+{
+    /// The window the docks and menus go into.
+    QMainWindow* window = nullptr;
+    /// The documents; the docks follow the active one.
+    EditorWorkspace* workspace = nullptr;
+    /// The area of the scene views (repaints stop while a script asks).
+    QMdiArea* sceneArea = nullptr;
+    /// The script output panel and its dock.
+    QPlainTextEdit* output = nullptr;
+    QDockWidget* outputDock = nullptr;
+    /// Shows one log message in the message log panel (called on the
+    /// interface thread).
+    std::function<void(int level, const QString& text)> appendLog;
+};
+
+/// Writing and using scripts in the main window: the custom action menu
+/// ("Actions" in the menu bar), the Scripts menu, the script editor, script
+/// library and help docks, and the custom property, collision filter and
+/// exported property tables. It installs the script machinery's interface
+/// hooks (busy indicator, clearing the script output, error rows, the
+/// library's current file) and routes what a building live script logs to
+/// the script output panel.
 class ScriptTooling : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Adds the docks, menus and actions to `window`.
-    explicit ScriptTooling(MainWindow* window);
+    /// Adds the docks to the window of `places`.
+    explicit ScriptTooling(const ScriptToolingPlaces& places);
     ~ScriptTooling() override;
 
-signals:
-    /// The preferences dialog wrote new settings.
-    void preferencesChanged();
-
-public:
-    /// The tooling of a main window, or null.
-    static ScriptTooling* of(const MainWindow* window);
-
-    /// At start-up: the tips (unless turned off), shown without blocking
-    /// once the main window is up, and the update check (when turned on).
-    void startUp();
-    /// Shows the tip window (one at a time; it never blocks the editor).
-    /// `quietly` leaves the keyboard with the main window (at start-up);
-    /// otherwise the tips take it (Help > Tip of the day).
-    TipsDialog* showTips(bool quietly);
-    /// The tip window while it is open, else null.
-    TipsDialog* tipsWindow() const;
+    /// Inserts the Actions and Scripts menus before `before` in the menu bar,
+    /// the docks' toggles at the end of `view`, and "P.L.A.X help" into
+    /// `help` before `about`.
+    void populate(QMenu* view, QMenu* before, QMenu* help, QAction* about);
 
     /// The custom action menus.
     CustomActionMenus* customMenus() const { return m_customMenus; }
@@ -65,31 +71,23 @@ public:
     CustomPropertyTable* customPropertyTable() const { return m_customProperties; }
     CollisionFilterTable* collisionFilterTable() const { return m_collisionFilter; }
     ExportedPropertyTable* exportedPropertyTable() const { return m_exportedProperties; }
-    /// The update check.
-    UpdateCheck* updateCheck() const { return m_updateCheck; }
-
-    /// Opens the preferences dialog (modal).
-    void showPreferences();
-    /// Opens the preferences dialog (modal) on the working-directory field.
-    void showWorkingDirectoryPreferences();
-    /// Opens the project's issue page in the browser; false without one.
-    bool sendFeedback();
+    /// The docks of the script editor and the script library.
+    QDockWidget* scriptEditorDock() const { return m_editorDock; }
+    QDockWidget* scriptLibraryDock() const { return m_libraryDock; }
+    /// The docks of the three tables and the help, in that order.
+    QList<QDockWidget*> tableAndHelpDocks() const { return m_tableAndHelpDocks; }
 
 private:
     QDockWidget* addDock(QWidget* widget, const QString& objectName, const QString& title, Qt::DockWidgetArea area,
                          const QKeySequence& key);
     void createDocks();
-    void createMenus();
     void installHooks();
     void activeDocumentChanged(EditorDocument* document);
     void fillCustomMenu();
-    void showTipsOnceShown(int stepsLeft);
+    void showHelp();
 
-    /// How long the start-up tips wait for the main window to show: steps of a tenth of a second.
-    static constexpr int kTipsWaitSteps = 100;
-    static constexpr int kTipsWaitStepMs = 100;
-
-    MainWindow* m_window;
+    ScriptToolingPlaces m_places;
+    QMainWindow* m_window;
     CustomActionMenus* m_customMenus;
     QMenu* m_customMenu = nullptr;
     QMenu* m_layoutMenu = nullptr;
@@ -99,7 +97,9 @@ private:
     CustomPropertyTable* m_customProperties = nullptr;
     CollisionFilterTable* m_collisionFilter = nullptr;
     ExportedPropertyTable* m_exportedProperties = nullptr;
-    UpdateCheck* m_updateCheck = nullptr;
-    bool m_updateCheckQuiet = false;
-    QPointer<TipsDialog> m_tips;
+    QList<QDockWidget*> m_docks;
+    QDockWidget* m_helpDock = nullptr;
+    QDockWidget* m_editorDock = nullptr;
+    QDockWidget* m_libraryDock = nullptr;
+    QList<QDockWidget*> m_tableAndHelpDocks;
 };

@@ -1,5 +1,6 @@
 target_sources(plaxgui PRIVATE
   app/actionicons.cpp app/actionicons.h
+  app/appdialogs.cpp app/appdialogs.h
   app/autosave.cpp app/autosave.h
   app/batchtool.cpp app/batchtool.h
   app/docklayout.cpp app/docklayout.h

@@ -101,14 +101,17 @@ ScriptLibrary::ScriptLibrary(QWidget* parent)
         action->setToolTip(key.isEmpty() ? tip : QStringLiteral("%1 (%2)").arg(tip, key.toString(QKeySequence::NativeText)));
         connect(action, &QAction::triggered, this, slot);
         addAction(action);
+        return action;
     };
-    add("actionScriptNew", tr("New"), QStyle::SP_FileIcon, QKeySequence(), tr("Start a new script"), &ScriptLibrary::doNew);
-    add("actionScriptOpen", tr("Open..."), QStyle::SP_DialogOpenButton, QKeySequence(), tr("Open a script file"),
-        &ScriptLibrary::doOpen);
-    add("actionScriptSave", tr("Save"), QStyle::SP_DialogSaveButton, QKeySequence(Qt::CTRL | Qt::ALT | Qt::Key_S),
-        tr("Save the script"), &ScriptLibrary::doSave);
-    add("actionScriptSaveAs", tr("Save as..."), QStyle::SP_DriveFDIcon, QKeySequence(), tr("Save the script under a new name"),
-        &ScriptLibrary::doSaveAs);
+    m_fileActions = {
+        add("actionScriptNew", tr("New"), QStyle::SP_FileIcon, QKeySequence(), tr("Start a new script"),
+            &ScriptLibrary::doNew),
+        add("actionScriptOpen", tr("Open..."), QStyle::SP_DialogOpenButton, QKeySequence(), tr("Open a script file"),
+            &ScriptLibrary::doOpen),
+        add("actionScriptSave", tr("Save"), QStyle::SP_DialogSaveButton, QKeySequence(Qt::CTRL | Qt::ALT | Qt::Key_S),
+            tr("Save the script"), &ScriptLibrary::doSave),
+        add("actionScriptSaveAs", tr("Save as..."), QStyle::SP_DriveFDIcon, QKeySequence(),
+            tr("Save the script under a new name"), &ScriptLibrary::doSaveAs)};
     add("actionScriptRename", tr("Rename..."), QStyle::SP_FileDialogDetailedView, QKeySequence(),
         tr("Rename the selected script file"), &ScriptLibrary::doRename);
     add("actionScriptDelete", tr("Delete"), QStyle::SP_TrashIcon, QKeySequence(QKeySequence::Delete),

@@ -60,6 +60,8 @@ public:
     ScriptLibraryContentsModel* model() const { return m_model; }
     /// The list view.
     QListView* view() const { return m_view; }
+    /// New, open, save and save as, in that order (the Scripts menu offers them too).
+    const QList<QAction*>& fileActions() const { return m_fileActions; }
     /// Lists another folder (created when a script is saved into it).
     void setFolder(const QString& folder);
     /// The current file (absolute path), empty for a new unsaved script.
@@ -115,6 +117,7 @@ private:
     ScriptLibraryContentsModel* m_model;
     QListView* m_view;
     QLabel* m_currentLabel;
+    QList<QAction*> m_fileActions;
     mutable QMutex m_currentMutex;
     QString m_current;
     std::function<QString()> m_textSource;

@@ -196,7 +196,7 @@ TEST_F(EditorStartupTest, MissingDefaultMenuOpensTheOptionsOnTheWorkingDirectory
     EXPECT_EQ(QDir::currentPath(), QDir(chosen).canonicalPath());
     EXPECT_TRUE(QFile::exists(QDir(chosen).filePath("config/actionMenu/default/layout.json")));
     EXPECT_TRUE(log.has(LOG_INFO, "Set current working directory to " + QDir::currentPath())) << log.dump().toStdString();
-    EXPECT_TRUE(ScriptTooling::of(window.get())->customMenus()->loader().layouts().contains("default"));
+    EXPECT_TRUE(window->scriptTooling()->customMenus()->loader().layouts().contains("default"));
     ASSERT_NE(ScriptHooksManager::instance(), nullptr);
     EXPECT_EQ(ScriptHooksManager::instance()->scripts(SHE_AFTER_EXPORT), QStringList{"after.rs"})
         << "the hooks come from the new folder too";

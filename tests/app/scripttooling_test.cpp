@@ -3,6 +3,7 @@
 // about, tips at start-up and feedback.
 #include "app/editorworkspace.h"
 #include "app/mainwindow.h"
+#include "app/appdialogs.h"
 #include "app/scripttooling.h"
 #include "base/settings.h"
 #include "document/editordocument.h"
@@ -75,8 +76,10 @@ protected:
         window->resize(1200, 850);
         window->show();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(window.get()));
-        tooling = ScriptTooling::of(window.get());
+        tooling = window->scriptTooling();
+        dialogs = window->appDialogs();
         ASSERT_NE(tooling, nullptr);
+        ASSERT_NE(dialogs, nullptr);
     }
 
     void TearDown() override
@@ -96,6 +99,7 @@ protected:
     QString previousDirectory;
     std::unique_ptr<MainWindow> window;
     ScriptTooling* tooling = nullptr;
+    AppDialogs* dialogs = nullptr;
 };
 
 QMenu* menuBarMenu(MainWindow& window, const QString& objectName)
@@ -246,9 +250,9 @@ TEST_F(ScriptToolingTest, TipsShowBesideTheWindowWithoutBlockingItOrTakingTheFir
     view->setFocus();
     ASSERT_TRUE(waitFor([&] { return QGuiApplication::focusWindow() == window->windowHandle(); }));
 
-    tooling->startUp();
-    ASSERT_TRUE(waitFor([&] { return tooling->tipsWindow() && tooling->tipsWindow()->isVisible(); }));
-    TipsDialog* tips = tooling->tipsWindow();
+    dialogs->startUp();
+    ASSERT_TRUE(waitFor([&] { return dialogs->tipsWindow() && dialogs->tipsWindow()->isVisible(); }));
+    TipsDialog* tips = dialogs->tipsWindow();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(tips));
     EXPECT_FALSE(tips->isModal());
     EXPECT_EQ(QApplication::activeModalWidget(), nullptr) << "the menus and views stay usable";
@@ -264,20 +268,20 @@ TEST_F(ScriptToolingTest, TipsShowBesideTheWindowWithoutBlockingItOrTakingTheFir
     QTest::mouseClick(tips->findChild<QPushButton*>("TipNext"), Qt::LeftButton);
     EXPECT_NE(tips->currentTip(), first);
     tips->close();
-    EXPECT_TRUE(waitFor([&] { return tooling->tipsWindow() == nullptr; })) << "a closed tip window goes";
+    EXPECT_TRUE(waitFor([&] { return dialogs->tipsWindow() == nullptr; })) << "a closed tip window goes";
 
     // Asked for from the Help menu they come (without blocking either).
     window->action("actionTips")->trigger();
-    ASSERT_NE(tooling->tipsWindow(), nullptr);
-    EXPECT_TRUE(tooling->tipsWindow()->isVisible());
+    ASSERT_NE(dialogs->tipsWindow(), nullptr);
+    EXPECT_TRUE(dialogs->tipsWindow()->isVisible());
     EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
-    tooling->tipsWindow()->close();
-    ASSERT_TRUE(waitFor([&] { return tooling->tipsWindow() == nullptr; }));
+    dialogs->tipsWindow()->close();
+    ASSERT_TRUE(waitFor([&] { return dialogs->tipsWindow() == nullptr; }));
 
     // Turned off, start-up shows none.
     openAppSettings()->setValue(TipsDialog::kShowAtStartupKey, false);
-    tooling->startUp();
-    EXPECT_FALSE(waitFor([&] { return tooling->tipsWindow() != nullptr; }, 500));
+    dialogs->startUp();
+    EXPECT_FALSE(waitFor([&] { return dialogs->tipsWindow() != nullptr; }, 500));
 }
 
 TEST_F(ScriptToolingTest, ScriptQuestionsOpenDialogsOnTheInterfaceThread)
