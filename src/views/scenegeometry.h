@@ -88,6 +88,14 @@ struct SceneGeometry
     std::vector<SceneLabel> labels;
     /// The regions of the drawing; together they cover every vertex once.
     std::vector<GeomChunk> chunks;
+    /// Filled areas and outlines drawn from shared vertices: the triangles
+    /// are drawn before `triangles`, the lines before `lines` (a player
+    /// frame draws its bodies so, each corner shaded once).
+    std::vector<GeomVertex> sharedVertices;
+    /// Three indices into `sharedVertices` per triangle.
+    std::vector<std::uint32_t> sharedTriangles;
+    /// Two indices into `sharedVertices` per line segment.
+    std::vector<std::uint32_t> sharedLines;
     /// Segments of a full circle in this drawing (its level of detail).
     int circleSegments = 32;
     /// Median size of the scene's fixtures (world units), for choosing the level of detail.

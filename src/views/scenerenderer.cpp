@@ -107,9 +107,16 @@ std::vector<GeomVertex> overlay(const ViewCamera& camera, const ViewColors& colo
     return lines;
 }
 
-void setWorldToClip(QOpenGLShaderProgram& program, const ViewCamera& camera)
+// `guard` shrinks the picture in clip space by that factor: the viewport is
+// as many times larger, centred on the frame buffer (see setViewport).
+void setWorldToClip(QOpenGLShaderProgram& program, const ViewCamera& camera, int guard)
 {
-    const auto m = camera.worldToClip();
+    auto m = camera.worldToClip();
+    // Column-major: rows 0 and 1 give clip x and y.
+    for (int column = 0; column < 4; ++column) {
+        m[size_t(column * 4)] /= float(guard);
+        m[size_t(column * 4 + 1)] /= float(guard);
+    }
     program.setUniformValue("worldToClip", QMatrix4x4(m.data()).transposed());
 }
 } // namespace
@@ -127,7 +134,8 @@ bool SceneRenderer::initialize()
     ok = ok && m_textureProgram.addShaderFromSourceCode(QOpenGLShader::Vertex, kTextureVertex) &&
          m_textureProgram.addShaderFromSourceCode(QOpenGLShader::Fragment, kTextureFragment) &&
          m_textureProgram.link();
-    ok = ok && m_triangles.create() && m_lines.create() && m_overlay.create();
+    ok = ok && m_triangles.create() && m_lines.create() && m_overlay.create() && m_shared.create() &&
+         m_sharedIndices.create();
     if (!ok) {
         plaxLog(LOG_ERROR, QStringLiteral("Could not set up OpenGL drawing: %1%2")
                                .arg(m_colorProgram.log(), m_textureProgram.log()));
@@ -151,6 +159,19 @@ void SceneRenderer::upload(const SceneGeometry& geometry, TextureCache& textures
     ++m_uploadVersion;
     m_triangleCount = put(m_triangles, geometry.triangles);
     m_lineCount = put(m_lines, geometry.lines);
+    m_sharedVertexCount = put(m_shared, geometry.sharedVertices);
+    m_sharedTriangleIndices = int(geometry.sharedTriangles.size());
+    m_sharedLineIndices = int(geometry.sharedLines.size());
+    if (m_sharedVertexCount > 0) {
+        // Triangle indices first, then the line indices.
+        const int triangleBytes = int(geometry.sharedTriangles.size() * sizeof(std::uint32_t));
+        const int lineBytes = int(geometry.sharedLines.size() * sizeof(std::uint32_t));
+        m_sharedIndices.bind();
+        m_sharedIndices.allocate(triangleBytes + lineBytes);
+        m_sharedIndices.write(0, geometry.sharedTriangles.data(), triangleBytes);
+        m_sharedIndices.write(triangleBytes, geometry.sharedLines.data(), lineBytes);
+        m_sharedIndices.release();
+    }
     m_chunks = geometry.chunks;
     m_images = geometry.images;
     for (const ImageDraw& image : m_images) {
@@ -166,14 +187,16 @@ void SceneRenderer::upload(const SceneGeometry& geometry, TextureCache& textures
     }
 }
 
-void SceneRenderer::drawColored(QOpenGLBuffer& buffer, GLenum mode, int first, int count, const ViewCamera& camera)
+void SceneRenderer::drawColored(QOpenGLBuffer& buffer, GLenum mode, int first, int count, const ViewCamera& camera,
+                                QOpenGLBuffer* indices)
 {
     if (count == 0)
         return;
     m_colorProgram.bind();
-    setWorldToClip(m_colorProgram, camera);
-    m_colorProgram.setUniformValue("pixelToClip", QVector2D(2.f / std::max(1, camera.pixelSize.width()),
-                                                            2.f / std::max(1, camera.pixelSize.height())));
+    setWorldToClip(m_colorProgram, camera, m_guard);
+    m_colorProgram.setUniformValue("pixelToClip",
+                                   QVector2D(2.f / float(m_guard * std::max(1, camera.pixelSize.width())),
+                                             2.f / float(m_guard * std::max(1, camera.pixelSize.height()))));
     buffer.bind();
     const int stride = int(sizeof(GeomVertex));
     const int position = m_colorProgram.attributeLocation("position");
@@ -188,7 +211,14 @@ void SceneRenderer::drawColored(QOpenGLBuffer& buffer, GLenum mode, int first, i
                           reinterpret_cast<const void*>(offsetof(GeomVertex, ox)));
     glVertexAttribPointer(GLuint(colour), 4, GL_UNSIGNED_BYTE, GL_TRUE, stride,
                           reinterpret_cast<const void*>(offsetof(GeomVertex, r)));
-    glDrawArrays(mode, first, count);
+    if (indices) {
+        indices->bind();
+        glDrawElements(mode, count, GL_UNSIGNED_INT,
+                       reinterpret_cast<const void*>(size_t(first) * sizeof(std::uint32_t)));
+        indices->release();
+    } else {
+        glDrawArrays(mode, first, count);
+    }
     glDisableVertexAttribArray(GLuint(position));
     glDisableVertexAttribArray(GLuint(offset));
     glDisableVertexAttribArray(GLuint(colour));
@@ -225,12 +255,22 @@ void SceneRenderer::drawChunks(QOpenGLBuffer& buffer, GLenum mode, bool lines, c
     m_drawnVertices += size_t(count);
 }
 
+void SceneRenderer::drawShared(GLenum mode, bool lines, const ViewCamera& camera)
+{
+    if (m_sharedVertexCount == 0)
+        return;
+    const int first = lines ? m_sharedTriangleIndices : 0;
+    const int count = lines ? m_sharedLineIndices : m_sharedTriangleIndices;
+    drawColored(m_shared, mode, first, count, camera, &m_sharedIndices);
+    m_drawnVertices += size_t(count);
+}
+
 void SceneRenderer::drawImages(const ViewCamera& camera)
 {
     if (m_images.empty())
         return;
     m_textureProgram.bind();
-    setWorldToClip(m_textureProgram, camera);
+    setWorldToClip(m_textureProgram, camera, m_guard);
     m_textureProgram.setUniformValue("image", 0);
     const int position = m_textureProgram.attributeLocation("position");
     const int texCoord = m_textureProgram.attributeLocation("texCoord");
@@ -259,7 +299,9 @@ void SceneRenderer::drawScene(const ViewCamera& camera)
 {
     drawImages(camera);
     m_drawnVertices = 0;
+    drawShared(GL_TRIANGLES, false, camera);
     drawChunks(m_triangles, GL_TRIANGLES, false, camera);
+    drawShared(GL_LINES, true, camera);
     drawChunks(m_lines, GL_LINES, true, camera);
 }
 
@@ -291,14 +333,14 @@ void SceneRenderer::renderCache(const ViewCamera& camera, GLuint target)
     wide.pixelSize = size;
     wide.height = float(camera.worldPerPixel() * size.height());
     m_cache->bind();
-    glViewport(0, 0, size.width(), size.height());
+    setViewport(size);
     glClearColor(0, 0, 0, 0);
     glClear(GL_COLOR_BUFFER_BIT);
     // Premultiplied colours, so that the picture blends over the grid like the scene would.
     glBlendFuncSeparate(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA, GL_ONE, GL_ONE_MINUS_SRC_ALPHA);
     drawScene(wide);
     glBindFramebuffer(GL_FRAMEBUFFER, target);
-    glViewport(0, 0, camera.pixelSize.width(), camera.pixelSize.height());
+    setViewport(camera.pixelSize);
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
     m_cacheVersion = m_uploadVersion;
     m_cacheCenter = camera.center;
@@ -316,7 +358,7 @@ void SceneRenderer::drawCache(const ViewCamera& camera)
     // Frame buffer textures have their first row at the bottom.
     const float texCoords[8] = {0, 0, 1, 0, 1, 1, 0, 1};
     m_textureProgram.bind();
-    setWorldToClip(m_textureProgram, camera);
+    setWorldToClip(m_textureProgram, camera, m_guard);
     m_textureProgram.setUniformValue("image", 0);
     m_textureProgram.setUniformValue("tint", QVector4D(1, 1, 1, 1));
     const int position = m_textureProgram.attributeLocation("position");
@@ -347,6 +389,7 @@ void SceneRenderer::paint(const ViewCamera& camera, const ViewColors& colors, Ve
     glDisable(GL_DEPTH_TEST);
     glEnable(GL_BLEND);
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+    setViewport(camera.pixelSize);
 
     int gridCount = 0;
     const std::vector<GeomVertex> lines = overlay(camera, colors, cursor, &gridCount);
@@ -356,7 +399,7 @@ void SceneRenderer::paint(const ViewCamera& camera, const ViewColors& colors, Ve
     // Grid first, then the scene, then the axes and the cursor on top.
     if (m_showGrid)
         drawColored(m_overlay, GL_LINES, 0, gridCount, camera);
-    const bool cached = size_t(m_triangleCount + m_lineCount) > m_cacheThreshold;
+    const bool cached = uploadedVertices() > m_cacheThreshold;
     m_lastFromCache = false;
     if (cached) {
         if (cacheCovers(camera)) {
@@ -371,6 +414,24 @@ void SceneRenderer::paint(const ViewCamera& camera, const ViewColors& colors, Ve
         drawScene(camera);
     }
     drawColored(m_overlay, GL_LINES, gridCount, int(lines.size()) - gridCount, camera);
+    glViewport(0, 0, camera.pixelSize.width(), camera.pixelSize.height());
+    m_guard = 1;
+}
+
+void SceneRenderer::setViewport(QSize pixels)
+{
+    // Software rasterisers send every primitive with a corner outside the
+    // clip volume down a slow path, and a scene reaching past the edges of
+    // the view has many. A viewport three times the frame buffer's size,
+    // centred on it, puts those corners inside the clip volume; the frame
+    // buffer's own edges cut the primitives, and each pixel is drawn as
+    // before.
+    GLint most[2] = {0, 0};
+    glGetIntegerv(GL_MAX_VIEWPORT_DIMS, most);
+    m_guard = pixels.width() * 3 <= most[0] && pixels.height() * 3 <= most[1] ? 3 : 1;
+    const int margin = (m_guard - 1) / 2;
+    glViewport(-margin * pixels.width(), -margin * pixels.height(), m_guard * pixels.width(),
+               m_guard * pixels.height());
 }
 
 void SceneRenderer::release()
@@ -382,6 +443,8 @@ void SceneRenderer::release()
     m_triangles.destroy();
     m_lines.destroy();
     m_overlay.destroy();
+    m_shared.destroy();
+    m_sharedIndices.destroy();
     m_colorProgram.removeAllShaders();
     m_textureProgram.removeAllShaders();
     m_ready = false;

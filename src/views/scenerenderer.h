@@ -46,7 +46,7 @@ public:
     void release();
 
     /// Vertices uploaded by the last upload(), triangles plus lines.
-    size_t uploadedVertices() const { return m_triangleCount + m_lineCount; }
+    size_t uploadedVertices() const { return size_t(m_triangleCount + m_lineCount + m_sharedVertexCount); }
     /// Vertices drawn by the last frame (those of the chunks in sight).
     size_t drawnVertices() const { return m_drawnVertices; }
 
@@ -57,15 +57,19 @@ private:
         quint64 version = 0;
     };
 
-    void drawColored(QOpenGLBuffer& buffer, GLenum mode, int first, int count, const ViewCamera& camera);
+    void drawColored(QOpenGLBuffer& buffer, GLenum mode, int first, int count, const ViewCamera& camera,
+                     QOpenGLBuffer* indices = nullptr);
+    void drawShared(GLenum mode, bool lines, const ViewCamera& camera);
     void drawChunks(QOpenGLBuffer& buffer, GLenum mode, bool lines, const ViewCamera& camera);
     void drawImages(const ViewCamera& camera);
     void drawScene(const ViewCamera& camera);
     bool cacheCovers(const ViewCamera& camera) const;
+    void setViewport(QSize pixels);
     void renderCache(const ViewCamera& camera, GLuint target);
     void drawCache(const ViewCamera& camera);
 
     bool m_ready = false;
+    int m_guard = 1; ///< the viewport's size over the frame buffer's (setViewport)
     bool m_showGrid = true;
     size_t m_cacheThreshold = 150000;
     bool m_lastFromCache = false;
@@ -81,8 +85,13 @@ private:
     QOpenGLBuffer m_triangles{QOpenGLBuffer::VertexBuffer};
     QOpenGLBuffer m_lines{QOpenGLBuffer::VertexBuffer};
     QOpenGLBuffer m_overlay{QOpenGLBuffer::VertexBuffer};
+    QOpenGLBuffer m_shared{QOpenGLBuffer::VertexBuffer};
+    QOpenGLBuffer m_sharedIndices{QOpenGLBuffer::IndexBuffer};
     int m_triangleCount = 0;
     int m_lineCount = 0;
+    int m_sharedVertexCount = 0;
+    int m_sharedTriangleIndices = 0;
+    int m_sharedLineIndices = 0;
     std::vector<GeomChunk> m_chunks;
     std::vector<ImageDraw> m_images;
     std::map<QString, Texture> m_textures;

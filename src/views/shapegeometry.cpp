@@ -83,9 +83,26 @@ void ShapeTessellator::fan(Vec2 center, float radius, float from, float to, int 
     }
 }
 
+void ShapeTessellator::disc(Vec2 center, float radius, int segments, const QColor& colour)
+{
+    // The rim's corners as a fan from the centre would have them, but the
+    // triangles fan out from the first corner: the same area in two fewer
+    // triangles (the last corner, a whole turn round, is the first again).
+    segments = std::max(3, segments);
+    const Vec2 first{center.x + radius * std::cos(0.f), center.y + radius * std::sin(0.f)};
+    Vec2 previous{};
+    for (int i = 1; i < segments; ++i) {
+        const float t = 2 * kPi * float(i) / float(segments);
+        const Vec2 next{center.x + radius * std::cos(t), center.y + radius * std::sin(t)};
+        if (i > 1)
+            triangle(first, previous, next, colour);
+        previous = next;
+    }
+}
+
 void ShapeTessellator::circle(Vec2 center, float radius, float angle, const QColor& fill, const QColor& outline)
 {
-    fan(center, radius, 0, 2 * kPi, m_circleSegments, fill);
+    disc(center, radius, m_circleSegments, fill);
     include(center, radius);
     if (m_coarse)
         return;
@@ -194,7 +211,7 @@ void ShapeTessellator::chain(const std::vector<Vec2>& points, bool closed, float
     }
     if (radius > 0 && !m_coarse) {
         for (const Vec2& p : points)
-            fan(p, radius, 0, 2 * kPi, m_circleSegments / 2, fill);
+            disc(p, radius, m_circleSegments / 2, fill);
     }
 }
 
