@@ -1,6 +1,7 @@
 #include "views/scenerenderer.h"
 
 #include "base/log.h"
+#include "views/scenegeometryupdate.h"
 #include "views/shapegeometry.h"
 #include "views/texturecache.h"
 #include "views/viewcamera.h"
@@ -150,16 +151,21 @@ void SceneRenderer::upload(const SceneGeometry& geometry, TextureCache& textures
 {
     if (!m_ready)
         return;
-    const auto put = [](QOpenGLBuffer& buffer, const std::vector<GeomVertex>& vertices) {
+    // Room to spare, so that updates that grow the arrays a little fit.
+    const auto put = [](QOpenGLBuffer& buffer, const std::vector<GeomVertex>& vertices, int* room) {
+        const int count = int(vertices.size());
+        *room = count + count / 8 + 1024;
         buffer.bind();
-        buffer.allocate(vertices.data(), int(vertices.size() * sizeof(GeomVertex)));
+        buffer.allocate(*room * int(sizeof(GeomVertex)));
+        buffer.write(0, vertices.data(), count * int(sizeof(GeomVertex)));
         buffer.release();
-        return int(vertices.size());
+        return count;
     };
     ++m_uploadVersion;
-    m_triangleCount = put(m_triangles, geometry.triangles);
-    m_lineCount = put(m_lines, geometry.lines);
-    m_sharedVertexCount = put(m_shared, geometry.sharedVertices);
+    m_triangleCount = put(m_triangles, geometry.triangles, &m_triangleRoom);
+    m_lineCount = put(m_lines, geometry.lines, &m_lineRoom);
+    int sharedRoom = 0;
+    m_sharedVertexCount = put(m_shared, geometry.sharedVertices, &sharedRoom);
     m_sharedTriangleIndices = int(geometry.sharedTriangles.size());
     m_sharedLineIndices = int(geometry.sharedLines.size());
     if (m_sharedVertexCount > 0) {
@@ -174,6 +180,50 @@ void SceneRenderer::upload(const SceneGeometry& geometry, TextureCache& textures
     }
     m_chunks = geometry.chunks;
     m_images = geometry.images;
+    m_cacheStaleLo = {1, 1};
+    m_cacheStaleHi = {-1, -1};
+    uploadTextures(textures);
+}
+
+void SceneRenderer::update(const SceneGeometry& geometry, const GeometryChange& change, TextureCache& textures)
+{
+    if (!m_ready)
+        return;
+    if (change.full || m_sharedVertexCount > 0 || geometry.triangles.size() > size_t(m_triangleRoom) ||
+        geometry.lines.size() > size_t(m_lineRoom)) {
+        upload(geometry, textures);
+        return;
+    }
+    const auto write = [](QOpenGLBuffer& buffer, const std::vector<GeomVertex>& vertices,
+                          const std::vector<std::pair<size_t, size_t>>& stretches) {
+        if (stretches.empty())
+            return;
+        buffer.bind();
+        for (const auto& [first, count] : stretches)
+            buffer.write(int(first * sizeof(GeomVertex)), vertices.data() + first, int(count * sizeof(GeomVertex)));
+        buffer.release();
+    };
+    write(m_triangles, geometry.triangles, change.triangles);
+    write(m_lines, geometry.lines, change.lines);
+    m_triangleCount = int(geometry.triangles.size());
+    m_lineCount = int(geometry.lines.size());
+    m_chunks = geometry.chunks;
+    m_images = geometry.images;
+    uploadTextures(textures);
+    // The cached picture keeps what did not change.
+    if (change.hi.x >= change.lo.x) {
+        if (m_cacheStaleHi.x < m_cacheStaleLo.x) {
+            m_cacheStaleLo = change.lo;
+            m_cacheStaleHi = change.hi;
+        } else {
+            m_cacheStaleLo = {std::min(m_cacheStaleLo.x, change.lo.x), std::min(m_cacheStaleLo.y, change.lo.y)};
+            m_cacheStaleHi = {std::max(m_cacheStaleHi.x, change.hi.x), std::max(m_cacheStaleHi.y, change.hi.y)};
+        }
+    }
+}
+
+void SceneRenderer::uploadTextures(TextureCache& textures)
+{
     for (const ImageDraw& image : m_images) {
         const TextureCache::Entry& entry = textures.entry(image.path);
         Texture& texture = m_textures[image.path];
@@ -226,12 +276,14 @@ void SceneRenderer::drawColored(QOpenGLBuffer& buffer, GLenum mode, int first, i
     m_colorProgram.release();
 }
 
-void SceneRenderer::drawChunks(QOpenGLBuffer& buffer, GLenum mode, bool lines, const ViewCamera& camera)
+void SceneRenderer::drawChunks(QOpenGLBuffer& buffer, GLenum mode, bool lines, const ViewCamera& camera,
+                               const Vec2* area)
 {
-    // The view's box, with a margin for markers drawn in pixels around their points.
+    // The view's box (or the area given), with a margin for markers drawn
+    // in pixels around their points.
     const double margin = 16 * camera.worldPerPixel();
-    const Vec2 a = camera.toWorld(QPointF(0, camera.pixelSize.height()));
-    const Vec2 b = camera.toWorld(QPointF(camera.pixelSize.width(), 0));
+    const Vec2 a = area ? area[0] : camera.toWorld(QPointF(0, camera.pixelSize.height()));
+    const Vec2 b = area ? area[1] : camera.toWorld(QPointF(camera.pixelSize.width(), 0));
     const double lox = double(a.x) - margin, hix = double(b.x) + margin;
     const double loy = double(a.y) - margin, hiy = double(b.y) + margin;
     // Runs of neighbouring visible chunks go in one draw call.
@@ -295,14 +347,14 @@ void SceneRenderer::drawImages(const ViewCamera& camera)
     m_textureProgram.release();
 }
 
-void SceneRenderer::drawScene(const ViewCamera& camera)
+void SceneRenderer::drawScene(const ViewCamera& camera, const Vec2* area)
 {
     drawImages(camera);
     m_drawnVertices = 0;
     drawShared(GL_TRIANGLES, false, camera);
-    drawChunks(m_triangles, GL_TRIANGLES, false, camera);
+    drawChunks(m_triangles, GL_TRIANGLES, false, camera, area);
     drawShared(GL_LINES, true, camera);
-    drawChunks(m_lines, GL_LINES, true, camera);
+    drawChunks(m_lines, GL_LINES, true, camera, area);
 }
 
 bool SceneRenderer::cacheCovers(const ViewCamera& camera) const
@@ -346,6 +398,46 @@ void SceneRenderer::renderCache(const ViewCamera& camera, GLuint target)
     m_cacheCenter = camera.center;
     m_cacheWorldPerPixel = camera.worldPerPixel();
     m_cacheViewSize = camera.pixelSize;
+    m_cacheCamera = wide;
+    m_cacheStaleLo = {1, 1};
+    m_cacheStaleHi = {-1, -1};
+}
+
+void SceneRenderer::renderCacheArea(GLuint target, const ViewCamera& camera)
+{
+    // The stale box in the picture's pixels, widened by what markers reach.
+    const ViewCamera& wide = m_cacheCamera;
+    const QPointF a = wide.toPixel(m_cacheStaleLo), b = wide.toPixel(m_cacheStaleHi);
+    constexpr double kMargin = 18;
+    const int height = m_cache->height();
+    const double left = std::floor(std::min(a.x(), b.x()) - kMargin);
+    const double right = std::ceil(std::max(a.x(), b.x()) + kMargin);
+    const double top = std::floor(std::min(a.y(), b.y()) - kMargin);
+    const double bottom = std::ceil(std::max(a.y(), b.y()) + kMargin);
+    const int x0 = int(std::clamp(left, 0.0, double(m_cache->width())));
+    const int x1 = int(std::clamp(right, 0.0, double(m_cache->width())));
+    // Frame buffer rows count from the bottom.
+    const int y0 = int(std::clamp(double(height) - bottom, 0.0, double(height)));
+    const int y1 = int(std::clamp(double(height) - top, 0.0, double(height)));
+    m_cacheStaleLo = {1, 1};
+    m_cacheStaleHi = {-1, -1};
+    if (x1 <= x0 || y1 <= y0)
+        return;
+    m_cache->bind();
+    setViewport(m_cache->size());
+    glEnable(GL_SCISSOR_TEST);
+    glScissor(x0, y0, x1 - x0, y1 - y0);
+    glClearColor(0, 0, 0, 0);
+    glClear(GL_COLOR_BUFFER_BIT);
+    glBlendFuncSeparate(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA, GL_ONE, GL_ONE_MINUS_SRC_ALPHA);
+    // Only the chunks that can reach those pixels; the scissor keeps the
+    // others' pixels as they are.
+    const Vec2 area[2] = {wide.toWorld(QPointF(left, bottom)), wide.toWorld(QPointF(right, top))};
+    drawScene(wide, area);
+    glDisable(GL_SCISSOR_TEST);
+    glBindFramebuffer(GL_FRAMEBUFFER, target);
+    setViewport(camera.pixelSize);
+    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
 }
 
 void SceneRenderer::drawCache(const ViewCamera& camera)
@@ -405,12 +497,16 @@ void SceneRenderer::paint(const ViewCamera& camera, const ViewColors& colors, Ve
         if (cacheCovers(camera)) {
             m_lastFromCache = true;
             m_drawnVertices = 0;
+            if (m_cacheStaleHi.x >= m_cacheStaleLo.x)
+                renderCacheArea(target, camera);
         } else {
             renderCache(camera, target);
         }
         drawCache(camera);
     } else {
         m_cache.reset();
+        m_cacheStaleLo = {1, 1};
+        m_cacheStaleHi = {-1, -1};
         drawScene(camera);
     }
     drawColored(m_overlay, GL_LINES, gridCount, int(lines.size()) - gridCount, camera);

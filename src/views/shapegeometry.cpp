@@ -1,6 +1,6 @@
 #include "views/shapegeometry.h"
 
-#include "geometry/triangulation.h"
+#include "views/ringfill.h"
 
 #include <algorithm>
 #include <cmath>
@@ -41,8 +41,10 @@ double signedArea2(const std::vector<Vec2>& ring)
 
 GeomVertex geomVertex(Vec2 p, const QColor& colour, float ox, float oy)
 {
-    return {p.x, p.y, ox, oy, std::uint8_t(colour.red()), std::uint8_t(colour.green()), std::uint8_t(colour.blue()),
-            std::uint8_t(colour.alpha())};
+    // One conversion for the four channels (the same values as red() and the others).
+    const QRgb c = colour.rgba();
+    return {p.x, p.y, ox, oy, std::uint8_t(qRed(c)), std::uint8_t(qGreen(c)), std::uint8_t(qBlue(c)),
+            std::uint8_t(qAlpha(c))};
 }
 
 void ShapeTessellator::include(Vec2 p, float margin)
@@ -60,15 +62,23 @@ void ShapeTessellator::include(Vec2 p, float margin)
 
 void ShapeTessellator::triangle(Vec2 a, Vec2 b, Vec2 c, const QColor& colour)
 {
-    m_target.triangles.push_back(geomVertex(a, colour));
-    m_target.triangles.push_back(geomVertex(b, colour));
-    m_target.triangles.push_back(geomVertex(c, colour));
+    GeomVertex v = geomVertex(a, colour);
+    m_target.triangles.push_back(v);
+    v.x = b.x;
+    v.y = b.y;
+    m_target.triangles.push_back(v);
+    v.x = c.x;
+    v.y = c.y;
+    m_target.triangles.push_back(v);
 }
 
 void ShapeTessellator::segment(Vec2 a, Vec2 b, const QColor& colour)
 {
-    m_target.lines.push_back(geomVertex(a, colour));
-    m_target.lines.push_back(geomVertex(b, colour));
+    GeomVertex v = geomVertex(a, colour);
+    m_target.lines.push_back(v);
+    v.x = b.x;
+    v.y = b.y;
+    m_target.lines.push_back(v);
 }
 
 void ShapeTessellator::fan(Vec2 center, float radius, float from, float to, int segments, const QColor& colour)
@@ -125,11 +135,7 @@ void ShapeTessellator::fillRing(const std::vector<Vec2>& ring, const QColor& col
             triangle(ring[0], ring[i], ring[i + 1], colour);
         return;
     }
-    std::vector<DVec2> points;
-    points.reserve(ring.size());
-    for (const Vec2& p : ring)
-        points.push_back({p.x, p.y});
-    for (const TriangleIndices& t : triangulateRing(points))
+    for (const TriangleIndices& t : RingFill::shared().triangles(ring))
         triangle(ring[size_t(t[0])], ring[size_t(t[1])], ring[size_t(t[2])], colour);
 }
 
@@ -218,8 +224,14 @@ void ShapeTessellator::chain(const std::vector<Vec2>& points, bool closed, float
 void ShapeTessellator::marker(Vec2 at, float pixels, const QColor& colour)
 {
     const float h = pixels / 2;
-    const GeomVertex v[4] = {geomVertex(at, colour, -h, -h), geomVertex(at, colour, h, -h),
-                             geomVertex(at, colour, h, h), geomVertex(at, colour, -h, h)};
+    GeomVertex v[4];
+    v[0] = geomVertex(at, colour, -h, -h);
+    v[1] = v[0];
+    v[1].ox = h;
+    v[2] = v[1];
+    v[2].oy = h;
+    v[3] = v[2];
+    v[3].ox = -h;
     for (int i : {0, 1, 2, 0, 2, 3})
         m_target.triangles.push_back(v[i]);
     include(at);
