@@ -152,7 +152,10 @@ void WorldBuild::addScene(const MetaWorld& scene, const Placement& placement, co
         BuiltBody built;
         built.source = body.get();
         built.name = prefixed(namePrefix, body->name());
-        const b2BodyDef def = bodyDefFor(*body, placement);
+        b2BodyDef def = bodyDefFor(*body, placement);
+        built.enabled = def.enabled;
+        if (m_skipBroadPhase)
+            def.enabled = false;
         built.body = m_world->CreateBody(&def);
         buildFixtures(built, *body, placement, namePrefix, m_method);
         settleBodyMass(built.body, built.name);
@@ -192,6 +195,14 @@ void WorldBuild::addScene(const MetaWorld& scene, const Placement& placement, co
         built.placed = placedImage(*image, placement, onBody);
         built.name = prefixed(namePrefix, image->name());
         m_images.push_back(std::move(built));
+    }
+}
+
+void WorldBuild::enableBodies()
+{
+    for (const BuiltBody& built : m_bodies) {
+        if (built.enabled && !built.body->IsEnabled())
+            built.body->SetEnabled(true);
     }
 }
 
