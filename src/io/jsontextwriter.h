@@ -42,7 +42,13 @@ public:
     }
     bool String(const char* text, rapidjson::SizeType length, bool copy = false)
     {
-        return scalar([=, this] { return m_scalar.String(text, length, copy); });
+        if (!plain(text, length))
+            return scalar([=, this] { return m_scalar.String(text, length, copy); });
+        beforeValue(false);
+        m_out.Put('"');
+        putBytes(text, length);
+        m_out.Put('"');
+        return true;
     }
 
     bool StartObject()
@@ -59,8 +65,16 @@ public:
             m_out.Put(',');
         if (m_pretty)
             newline(m_levels.size());
-        m_scalar.Reset(m_out);
-        const bool ok = m_scalar.String(text, length, copy);
+        bool ok = true;
+        if (plain(text, length)) {
+            // What rapidjson writes for text that needs no escapes, in one go.
+            m_out.Put('"');
+            putBytes(text, length);
+            m_out.Put('"');
+        } else {
+            m_scalar.Reset(m_out);
+            ok = m_scalar.String(text, length, copy);
+        }
         m_out.Put(':');
         if (m_pretty)
             m_out.Put(' ');
@@ -130,6 +144,28 @@ private:
                 m_out.Put(' ');
         }
         ++level.count;
+    }
+
+    // True for printable ASCII without quotes or backslashes: rapidjson
+    // writes such text as it is.
+    static bool plain(const char* text, size_t length)
+    {
+        for (size_t i = 0; i < length; ++i) {
+            const unsigned char c = static_cast<unsigned char>(text[i]);
+            if (c < 0x20 || c >= 0x7F || c == '"' || c == '\\')
+                return false;
+        }
+        return true;
+    }
+
+    void putBytes(const char* text, size_t length)
+    {
+        if constexpr (requires(OutputStream& out) { out.write(text, length); }) {
+            m_out.write(text, length);
+        } else {
+            for (size_t i = 0; i < length; ++i)
+                m_out.Put(text[i]);
+        }
     }
 
     void newline(size_t depth)
