@@ -380,17 +380,28 @@ void SceneRenderer::renderCache(const ViewCamera& camera, GLuint target)
     if (!m_cache || m_cache->size() != size) {
         m_cache = std::make_unique<QOpenGLFramebufferObject>(size);
         m_cache->texture(); // created with the object
+        m_cacheMultisample.reset();
     }
+    // Smooth like the view: drawn multisampled, then resolved into the texture.
+    const bool multisample = m_samples > 0 && QOpenGLFramebufferObject::hasOpenGLFramebufferBlit();
+    if (multisample && (!m_cacheMultisample || m_cacheMultisample->format().samples() != m_samples)) {
+        QOpenGLFramebufferObjectFormat format;
+        format.setSamples(m_samples);
+        m_cacheMultisample = std::make_unique<QOpenGLFramebufferObject>(size, format);
+    }
+    QOpenGLFramebufferObject& drawTarget = multisample ? *m_cacheMultisample : *m_cache;
     ViewCamera wide = camera;
     wide.pixelSize = size;
     wide.height = float(camera.worldPerPixel() * size.height());
-    m_cache->bind();
+    drawTarget.bind();
     setViewport(size);
     glClearColor(0, 0, 0, 0);
     glClear(GL_COLOR_BUFFER_BIT);
     // Premultiplied colours, so that the picture blends over the grid like the scene would.
     glBlendFuncSeparate(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA, GL_ONE, GL_ONE_MINUS_SRC_ALPHA);
     drawScene(wide);
+    if (multisample)
+        QOpenGLFramebufferObject::blitFramebuffer(m_cache.get(), m_cacheMultisample.get());
     glBindFramebuffer(GL_FRAMEBUFFER, target);
     setViewport(camera.pixelSize);
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
@@ -423,7 +434,15 @@ void SceneRenderer::renderCacheArea(GLuint target, const ViewCamera& camera)
     m_cacheStaleHi = {-1, -1};
     if (x1 <= x0 || y1 <= y0)
         return;
-    m_cache->bind();
+    // Drawn where the whole picture was (multisampled, or straight into the texture).
+    const bool multisample = m_samples > 0 && QOpenGLFramebufferObject::hasOpenGLFramebufferBlit();
+    if (multisample != bool(m_cacheMultisample) ||
+        (multisample && m_cacheMultisample->format().samples() != m_samples)) {
+        renderCache(camera, target);
+        return;
+    }
+    QOpenGLFramebufferObject& drawTarget = multisample ? *m_cacheMultisample : *m_cache;
+    drawTarget.bind();
     setViewport(m_cache->size());
     glEnable(GL_SCISSOR_TEST);
     glScissor(x0, y0, x1 - x0, y1 - y0);
@@ -435,6 +454,11 @@ void SceneRenderer::renderCacheArea(GLuint target, const ViewCamera& camera)
     const Vec2 area[2] = {wide.toWorld(QPointF(left, bottom)), wide.toWorld(QPointF(right, top))};
     drawScene(wide, area);
     glDisable(GL_SCISSOR_TEST);
+    if (multisample) {
+        // In the frame buffer's own coordinates, rows from the bottom.
+        const QRect box(x0, y0, x1 - x0, y1 - y0);
+        QOpenGLFramebufferObject::blitFramebuffer(m_cache.get(), box, m_cacheMultisample.get(), box);
+    }
     glBindFramebuffer(GL_FRAMEBUFFER, target);
     setViewport(camera.pixelSize);
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
@@ -474,6 +498,9 @@ void SceneRenderer::drawCache(const ViewCamera& camera)
 
 void SceneRenderer::paint(const ViewCamera& camera, const ViewColors& colors, Vec2 cursor, GLuint target)
 {
+    GLint samples = 0;
+    glGetIntegerv(GL_SAMPLES, &samples);
+    m_samples = int(samples);
     glClearColor(colors.background.redF(), colors.background.greenF(), colors.background.blueF(), 1);
     glClear(GL_COLOR_BUFFER_BIT);
     if (!m_ready)
@@ -505,6 +532,7 @@ void SceneRenderer::paint(const ViewCamera& camera, const ViewColors& colors, Ve
         drawCache(camera);
     } else {
         m_cache.reset();
+        m_cacheMultisample.reset();
         m_cacheStaleLo = {1, 1};
         m_cacheStaleHi = {-1, -1};
         drawScene(camera);
@@ -536,6 +564,7 @@ void SceneRenderer::release()
         return;
     m_textures.clear();
     m_cache.reset();
+    m_cacheMultisample.reset();
     m_triangles.destroy();
     m_lines.destroy();
     m_overlay.destroy();

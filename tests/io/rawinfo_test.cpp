@@ -12,6 +12,7 @@
 #include "io/scenewriter.h"
 #include "model/metaworld.h"
 #include "physics/worldbuild.h"
+#include "support/schemacheck.h"
 
 #include <gtest/gtest.h>
 
@@ -37,6 +38,7 @@ Export exportScene(const MetaWorld& scene, const QStringList& excluded = {})
     e.text = rawInfoText(build, scene, ExportPropertyFilter(excluded));
     QString error;
     EXPECT_TRUE(parseJson(e.text, &e.doc, &error)) << error.toStdString();
+    EXPECT_EQ(schemaViolation(FileSchema::RawInfo, e.text), QString());
     return e;
 }
 
