@@ -5,6 +5,7 @@
 #include <rapidjson/error/en.h>
 #include <rapidjson/reader.h>
 
+#include <cstdint>
 #include <cstdio>
 #include <cstring>
 #include <vector>
@@ -43,6 +44,30 @@ public:
         }
     }
 
+    // Skips spaces, tabs and line breaks a buffer at a time (rapidjson's own
+    // loop peeks and takes them one by one; indented files have many).
+    void skipWhitespace()
+    {
+        while (m_at < m_end) {
+            const char* p = m_at;
+            for (;;) {
+                // Indentation eight spaces at a time.
+                constexpr std::uint64_t kSpaces = 0x2020202020202020ull;
+                std::uint64_t eight = 0;
+                while (m_end - p >= 8 && (std::memcpy(&eight, p, 8), eight == kSpaces))
+                    p += 8;
+                if (p < m_end && (*p == ' ' || *p == '\n' || *p == '\r' || *p == '\t'))
+                    ++p;
+                else
+                    break;
+            }
+            m_at = p;
+            if (p < m_end)
+                return;
+            fill();
+        }
+    }
+
     // Unused by the reader; declared for rapidjson's stream concept.
     Ch* PutBegin() { return nullptr; }
     void Put(Ch) {}
@@ -66,6 +91,19 @@ private:
     size_t m_skipped = 0;
 };
 
+} // namespace
+
+namespace rapidjson
+{
+template <>
+inline void SkipWhitespace(FileStream& is)
+{
+    is.skipWhitespace();
+}
+} // namespace rapidjson
+
+namespace
+{
 using Value = rapidjson::Value;
 using Allocator = rapidjson::Document::AllocatorType;
 

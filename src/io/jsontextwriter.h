@@ -2,6 +2,7 @@
 
 #include <rapidjson/writer.h>
 
+#include <array>
 #include <cstddef>
 #include <vector>
 
@@ -170,10 +171,24 @@ private:
 
     void newline(size_t depth)
     {
+        const size_t length = 1 + depth * 3;
+        if (length <= kIndent.size()) {
+            putBytes(kIndent.data(), length);
+            return;
+        }
         m_out.Put('\n');
         for (size_t i = 0; i < depth * 3; ++i)
             m_out.Put(' ');
     }
+
+    // A line break and the indentation of up to 32 levels, written in one go.
+    static constexpr std::array<char, 1 + 3 * 32> kIndent = [] {
+        std::array<char, 1 + 3 * 32> text{};
+        text[0] = '\n';
+        for (size_t i = 1; i < text.size(); ++i)
+            text[i] = ' ';
+        return text;
+    }();
 
     OutputStream& m_out;
     bool m_pretty;
