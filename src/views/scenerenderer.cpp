@@ -434,15 +434,15 @@ void SceneRenderer::renderCacheArea(GLuint target, const ViewCamera& camera)
     m_cacheStaleHi = {-1, -1};
     if (x1 <= x0 || y1 <= y0)
         return;
-    // Drawn where the whole picture was (multisampled, or straight into the texture).
-    const bool multisample = m_samples > 0 && QOpenGLFramebufferObject::hasOpenGLFramebufferBlit();
-    if (multisample != bool(m_cacheMultisample) ||
-        (multisample && m_cacheMultisample->format().samples() != m_samples)) {
+    // A multisampled picture is drawn again whole: redrawn in a box of its
+    // multisampled buffer, it does not resolve to the pixels of a fresh one.
+    // (Views multisample by default only where drawing is cheap.)
+    if (m_samples > 0 && QOpenGLFramebufferObject::hasOpenGLFramebufferBlit()) {
         renderCache(camera, target);
+        m_lastFromCache = false;
         return;
     }
-    QOpenGLFramebufferObject& drawTarget = multisample ? *m_cacheMultisample : *m_cache;
-    drawTarget.bind();
+    m_cache->bind();
     setViewport(m_cache->size());
     glEnable(GL_SCISSOR_TEST);
     glScissor(x0, y0, x1 - x0, y1 - y0);
@@ -454,11 +454,6 @@ void SceneRenderer::renderCacheArea(GLuint target, const ViewCamera& camera)
     const Vec2 area[2] = {wide.toWorld(QPointF(left, bottom)), wide.toWorld(QPointF(right, top))};
     drawScene(wide, area);
     glDisable(GL_SCISSOR_TEST);
-    if (multisample) {
-        // In the frame buffer's own coordinates, rows from the bottom.
-        const QRect box(x0, y0, x1 - x0, y1 - y0);
-        QOpenGLFramebufferObject::blitFramebuffer(m_cache.get(), box, m_cacheMultisample.get(), box);
-    }
     glBindFramebuffer(GL_FRAMEBUFFER, target);
     setViewport(camera.pixelSize);
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);

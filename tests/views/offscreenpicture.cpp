@@ -9,9 +9,9 @@
 
 #include <cmath>
 
-OffscreenPicture::OffscreenPicture()
+OffscreenPicture::OffscreenPicture(int samples)
     : m_surface(std::make_unique<QOffscreenSurface>()), m_context(std::make_unique<QOpenGLContext>()),
-      m_textures(std::make_shared<TextureCache>())
+      m_textures(std::make_shared<TextureCache>()), m_samples(samples)
 {
     m_surface->create();
     if (!m_context->create() || !m_context->makeCurrent(m_surface.get()))
@@ -40,7 +40,11 @@ QImage OffscreenPicture::paint(const ViewCamera& camera, const ViewColors& color
 {
     m_context->makeCurrent(m_surface.get());
     if (!m_target || m_target->size() != camera.pixelSize)
-        m_target = std::make_unique<QOpenGLFramebufferObject>(camera.pixelSize);
+    {
+        QOpenGLFramebufferObjectFormat format;
+        format.setSamples(m_samples);
+        m_target = std::make_unique<QOpenGLFramebufferObject>(camera.pixelSize, format);
+    }
     m_target->bind();
     m_renderer->paint(camera, colors, {NAN, NAN}, m_target->handle());
     return lastFrame();

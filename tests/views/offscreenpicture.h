@@ -20,7 +20,8 @@ class TextureCache;
 class OffscreenPicture
 {
 public:
-    OffscreenPicture();
+    /// Pictures drawn with this many samples a pixel (0: none).
+    explicit OffscreenPicture(int samples = 0);
     ~OffscreenPicture();
 
     /// True when an OpenGL context could be made.
@@ -40,6 +41,7 @@ private:
     std::unique_ptr<SceneRenderer> m_renderer;
     std::unique_ptr<QOpenGLFramebufferObject> m_target;
     std::shared_ptr<TextureCache> m_textures;
+    int m_samples = 0;
     bool m_ready = false;
 };
 
