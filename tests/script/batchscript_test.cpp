@@ -19,7 +19,7 @@ protected:
     QString script(const QString& name, const QString& text)
     {
         QString path = m_dir.filePath(name);
-        writeTextFile(path, text);
+        writeText(path, text);
         return path;
     }
 

@@ -2,6 +2,8 @@
 // tests run on a real X server (Xvfb) with Mesa's OpenGL; started by hand
 // without a display they fall back to the offscreen platform. Settings and
 // other per-user files live in a temporary folder, so parallel runs do not meet.
+// A dialog nobody answers fails its test instead of blocking it.
+#include "support/guitesting.h"
 #include "support/tempsettings.h"
 
 #include <gtest/gtest.h>
@@ -15,5 +17,7 @@ int main(int argc, char** argv)
     TemporarySettingsHome home;
     QApplication app(argc, argv);
     ::testing::InitGoogleTest(&argc, argv);
-    return RUN_ALL_TESTS();
+    GuiTesting::installDialogSafetyNet();
+    const int result = RUN_ALL_TESTS();
+    return GuiTesting::helpersLeftWaiting() ? 1 : result;
 }
