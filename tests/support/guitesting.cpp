@@ -71,11 +71,10 @@ void closeDialog(QWidget* widget)
         widget->close();
 }
 
-// Fails the test with what the dialog shows, and closes it.
-void refuse(QWidget* widget, const QString& expected)
+// Fails the test saying why and what the dialog shows, and closes it.
+void refuse(QWidget* widget, const QString& why)
 {
-    ADD_FAILURE() << expected.toStdString() << "; instead this was shown: "
-                  << GuiTesting::describeDialog(widget).toStdString();
+    ADD_FAILURE() << why.toStdString() << ": " << GuiTesting::describeDialog(widget).toStdString();
     closeDialog(widget);
 }
 
@@ -126,7 +125,7 @@ void GuiTesting::handleNextModal(const char* what, const std::function<bool(QWid
             return true;
         }
         if (!accept(modal)) {
-            refuse(modal, expected);
+            refuse(modal, expected + QStringLiteral(", but this came"));
             return true;
         }
         QPointer<QWidget> shown(modal);
@@ -191,7 +190,7 @@ void GuiTesting::chooseInNextMenu(int index, QStringList* seen, int timeoutMs)
         QWidget* popup = QApplication::activePopupWidget();
         if (!popup) {
             if (QWidget* modal = QApplication::activeModalWidget()) {
-                refuse(modal, QStringLiteral("expected a popup menu"));
+                refuse(modal, QStringLiteral("expected a popup menu, but this came"));
                 return true;
             }
             if (waiter->clock.elapsed() < timeoutMs)
@@ -232,7 +231,7 @@ GuiTesting::NoDialogExpected::NoDialogExpected() : m_timer(new QTimer)
     QObject::connect(m_timer, &QTimer::timeout, m_timer, [this] {
         if (QWidget* modal = QApplication::activeModalWidget()) {
             ++m_refused;
-            refuse(modal, QStringLiteral("no dialog was expected"));
+            refuse(modal, QStringLiteral("no dialog was expected, but this came"));
         }
     });
     m_timer->start(kPollMs);
