@@ -14,9 +14,11 @@ CTEST_FLAGS ?= --output-on-failure --timeout 120 -j $(JOBS)
 
 FUZZ_BUILD   ?= build-fuzz
 FUZZ_SECONDS ?= 60
-FUZZ_TARGETS ?= scenereader rawinforeader preprocessor export decomposition
+FUZZ_TARGETS ?= scenereader rawinforeader preprocessor export decomposition runtimereader
 
-.PHONY: all deps build run test test-sanitize test-trial bench fuzz clean
+PREFIX     ?= /usr/local
+
+.PHONY: all deps build run test test-sanitize test-trial bench fuzz clean install package
 
 all: build
 
@@ -29,13 +31,12 @@ $(BUILD)/CMakeCache.txt: | deps
 build: deps $(BUILD)/CMakeCache.txt
 	cmake --build $(BUILD) -j $(JOBS)
 
-# Opens the editor with the example scene when a display is available
-# (arguments would select the batch tool, so the scene is named through
-# PLAX_OPEN); otherwise runs the batch tool on the example and writes its
-# results into $(BUILD).
+# Opens the editor with the example scene when a display is available (in
+# $(BUILD), whose config/ is a copy of the project's); otherwise runs the
+# batch tool on the example and writes its results into $(BUILD).
 run: build
 	@if [ -n "$$DISPLAY" ] || [ -n "$$WAYLAND_DISPLAY" ]; then \
-	  cd $(BUILD) && PLAX_OPEN="$(abspath $(EXAMPLE))" ./plax; \
+	  cd $(BUILD) && ./plax "$(abspath $(EXAMPLE))"; \
 	else \
 	  echo "No display found: running the batch tool on $(EXAMPLE)"; \
 	  ./$(BUILD)/plax -v -i $(EXAMPLE) -r $(BUILD)/demo-resaved.plax -e $(BUILD)/demo-rawinfo.json && \
@@ -90,6 +91,16 @@ fuzz: deps
 	        echo "copied $$f into tests/fuzz/corpus/$$t: make test replays it"; \
 	    done; exit 1; }; \
 	done
+
+# Installs the program, its default configuration, desktop entry, file type,
+# icons, metadata and manual page under PREFIX (DESTDIR is honoured, for
+# staging).
+install: build
+	DESTDIR="$(DESTDIR)" cmake --install $(BUILD) --prefix "$(PREFIX)"
+
+# Builds the Debian package $(BUILD)/plax_VERSION_ARCH.deb.
+package: build
+	cd $(BUILD) && cpack --config CPackConfig.cmake
 
 clean:
 	rm -rf $(BUILD) $(ASAN_BUILD) $(TRIAL_BUILD) $(FUZZ_BUILD)

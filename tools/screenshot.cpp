@@ -2,10 +2,12 @@
 // of the window, so that the interface can be looked at on a machine without
 // a screen (run it under xvfb-run; see tools/README.md).
 //
-//   plax-screenshot OUT.png [--size WxH] [--script FILE.rs] [--key KEYS]
-//                   [--action OBJECTNAME] [--wait MS] SCENE...
+//   plax-screenshot OUT.png [--size WxH | --first-start] [--script FILE.rs]
+//                   [--key KEYS] [--action OBJECTNAME] [--tips] [--samples N] [--wait MS] SCENE...
 #include "app/mainwindow.h"
 #include "app/editorworkspace.h"
+#include "app/scripttooling.h"
+#include "base/settings.h"
 #include "document/editordocument.h"
 #include "script/documentscripting.h"
 #include "support/tempsettings.h"
@@ -20,6 +22,7 @@
 #include <QMdiSubWindow>
 #include <QOpenGLWidget>
 #include <QPainter>
+#include <QScreen>
 #include <QTest>
 #include <QTimer>
 
@@ -36,6 +39,8 @@ int main(int argc, char** argv)
     }
     const QString out = args.takeFirst();
     QSize size(1400, 900);
+    bool firstStart = false;
+    bool tips = false;
     QString script;
     QStringList keys;
     int waitMs = 500;
@@ -46,6 +51,12 @@ int main(int argc, char** argv)
             const QStringList wh = args.takeFirst().split(QLatin1Char('x'));
             if (wh.size() == 2)
                 size = QSize(wh[0].toInt(), wh[1].toInt());
+        } else if (a == QLatin1String("--first-start")) {
+            firstStart = true;
+        } else if (a == QLatin1String("--tips")) {
+            tips = true;
+        } else if (a == QLatin1String("--samples") && !args.isEmpty()) {
+            openAppSettings()->setValue(QLatin1String(DocumentView::kSamplesKey), args.takeFirst().toInt());
         } else if (a == QLatin1String("--script") && !args.isEmpty()) {
             script = args.takeFirst();
         } else if (a == QLatin1String("--key") && !args.isEmpty()) {
@@ -60,7 +71,9 @@ int main(int argc, char** argv)
     }
 
     MainWindow window;
-    window.resize(size);
+    // A first start keeps the size the window gives itself on this screen.
+    if (!firstStart)
+        window.resize(size);
     window.show();
     if (!QTest::qWaitForWindowExposed(&window))
         std::fprintf(stderr, "the window was not shown\n");
@@ -70,6 +83,10 @@ int main(int argc, char** argv)
         QFile file(script);
         if (EditorDocument* document = window.workspace()->activeDocument(); document && file.open(QIODevice::ReadOnly))
             document->scripting().runOneShot(QString::fromUtf8(file.readAll()), QString());
+    }
+    if (tips) {
+        if (ScriptTooling* tooling = ScriptTooling::of(&window))
+            tooling->startUp();
     }
     QTest::qWait(200);
     // The picture: the window with each OpenGL view's frame buffer, rendered
@@ -86,6 +103,12 @@ int main(int argc, char** argv)
         for (QOpenGLWidget* gl : window.findChildren<QOpenGLWidget*>()) {
             if (gl->isVisible())
                 painter.drawImage(gl->mapTo(&window, QPoint(0, 0)), gl->grabFramebuffer());
+        }
+        // Other windows of the program (the tips) are drawn where they stand.
+        for (QWidget* top : QApplication::topLevelWidgets()) {
+            if (top != &window && top->isVisible() && !qobject_cast<QDockWidget*>(top) && top->isWindow() &&
+                top->windowType() == Qt::Dialog)
+                painter.drawImage(window.mapFromGlobal(top->mapToGlobal(QPoint(0, 0))), top->grab().toImage());
         }
         // Floating docks are windows of their own: drawn where they stand.
         for (QDockWidget* dock : window.findChildren<QDockWidget*>()) {
@@ -135,8 +158,22 @@ int main(int argc, char** argv)
         if (auto* view = qobject_cast<EditorView*>(sub->widget()); view && qEnvironmentVariableIsSet("PLAX_SHOT_VIEW"))
             view->grabFramebuffer().save(qEnvironmentVariable("PLAX_SHOT_VIEW"));
         if (auto* view = qobject_cast<EditorView*>(sub->widget()))
-            std::printf("view: %zu labels built, %d drawn, geometry built in %.1f ms\n", view->geometry().labels.size(),
-                        view->lastLabelCount(), view->lastBuildMilliseconds());
+            std::printf("view: %zu labels built, %d drawn, %d left out, geometry built in %.1f ms, %d samples\n",
+                        view->geometry().labels.size(), view->lastLabelCount(), view->lastHiddenLabelCount(),
+                        view->lastBuildMilliseconds(), view->lastFrameSamples());
+    }
+    // Where the space goes: the window on its screen, the scene area in the window.
+    const QRect screen = window.screen()->availableGeometry();
+    const QWidget* scene = window.mdiArea()->activeSubWindow() ? window.mdiArea()->activeSubWindow()->widget()
+                                                               : window.mdiArea();
+    const double share = double(scene->width()) * scene->height() / (double(window.width()) * window.height());
+    std::printf("screen %dx%d, window %dx%d at %d,%d, scene %dx%d (%.0f%% of the window)\n", screen.width(),
+                screen.height(), window.width(), window.height(), window.x(), window.y(), scene->width(),
+                scene->height(), 100 * share);
+    for (QDockWidget* dock : window.findChildren<QDockWidget*>()) {
+        if (dock->isVisible())
+            std::printf("  dock %s %dx%d at %d,%d\n", qPrintable(dock->objectName()), dock->width(), dock->height(),
+                        dock->x(), dock->y());
     }
     return 0;
 }

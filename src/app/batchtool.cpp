@@ -23,6 +23,8 @@
 
 #include <QFileInfo>
 
+#include <cstdio>
+
 namespace
 {
 const char* const kUsage =
@@ -53,17 +55,46 @@ const char* const kUsage =
     "If more than one script file parameter is given, scripts will be executed in their\n"
     "order of appearance in the argument list.\n"
     "\n"
-    "Example: plax -i scene.plax -s script1.rs -s script2.rs -e rawinfo.json\n";
+    "Example: plax -i scene.plax -s script1.rs -s script2.rs -e rawinfo.json\n"
+    "\n"
+    "Without arguments, or with nothing but existing .plax and .json scene files,\n"
+    "plax opens the editor (with those files).\n";
 
-void logVersionBlock()
+QStringList versionBlock()
 {
-    plaxLog(LOG_INFO, "P.L.A.X editor %d.%d.%d", Version::kMajor, Version::kMinor, Version::kPatch);
-    plaxLog(LOG_INFO, QStringLiteral("Built on %1").arg(QString::fromLatin1(Version::buildTimestamp())));
-    plaxLog(LOG_INFO, "Using Box2D %s", Version::box2dVersion());
-    plaxLog(LOG_INFO, "Using Angelscript %s", ANGELSCRIPT_VERSION_STRING);
+    QStringList lines;
+    lines << QStringLiteral("P.L.A.X editor %1.%2.%3").arg(Version::kMajor).arg(Version::kMinor).arg(Version::kPatch)
+          << QStringLiteral("Built on %1").arg(QString::fromLatin1(Version::buildTimestamp()))
+          << QStringLiteral("Using Box2D %1").arg(QString::fromLatin1(Version::box2dVersion()))
+          << QStringLiteral("Using Angelscript %1").arg(QLatin1String(ANGELSCRIPT_VERSION_STRING));
     if (Version::kTrial)
-        plaxLog(LOG_INFO, "Trial version");
-    plaxLog(LOG_INFO, "%s", Version::webPage());
+        lines << QStringLiteral("Trial version");
+    lines << QString::fromLatin1(Version::webPage());
+    return lines;
+}
+
+// Text that was asked for (--help, -V) goes to standard output whatever the
+// log level; the log file still gets it at INFO when that level passes.
+void printRequested(const QStringList& lines)
+{
+    Log::setConsoleEcho(false);
+    for (const QString& line : lines)
+        plaxLog(LOG_INFO, line);
+    Log::setConsoleEcho(true);
+    for (const QString& line : lines)
+        std::fprintf(stdout, "%s\n", line.toUtf8().constData());
+    std::fflush(stdout);
+}
+
+// A usage error goes to standard error, as command-line tools do, and to
+// the log file; progress and the other messages stay on standard output.
+void reportUsageError(const char* text)
+{
+    Log::setConsoleEcho(false);
+    plaxLog(LOG_ERROR, text);
+    Log::setConsoleEcho(true);
+    std::fprintf(stderr, "%s\n", text);
+    std::fflush(stderr);
 }
 
 void logRequest(const QStringList& arguments, const BatchRequest& request)
@@ -221,20 +252,23 @@ int runBatchTool(const QStringList& arguments)
     else
         Log::setThreshold(request.quiet ? LOG_ERROR : LOG_WARNING);
 
-    if (request.verbose || request.version) {
-        logVersionBlock();
-        if (request.version)
-            return 0;
+    if (request.version) {
+        printRequested(versionBlock());
+        return 0;
+    }
+    if (request.verbose) {
+        for (const QString& line : versionBlock())
+            plaxLog(LOG_INFO, line);
     }
     if (request.help) {
-        plaxLog(LOG_INFO, "%s", kUsage);
+        printRequested({QString::fromLatin1(kUsage).chopped(1)});
         return 0;
     }
     if (request.verbose)
         logRequest(arguments, request);
 
     if (request.inputFile.isEmpty()) {
-        plaxLog(LOG_ERROR, "No input file given.");
+        reportUsageError("No input file given.");
         return 1;
     }
     if (!checkFile(request.inputFile, QStringLiteral("Input file '%1' not found.")))

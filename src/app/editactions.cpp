@@ -1,5 +1,6 @@
 #include "app/editactions.h"
 
+#include "app/actionicons.h"
 #include "app/editorworkspace.h"
 #include "document/editordocument.h"
 #include "editing/scriptcommand.h"
@@ -90,6 +91,7 @@ EditActions::EditActions(QWidget* window, EditorWorkspace* workspace)
         QAction* action = make(qPrintable(QStringLiteral("action%1Mode").arg(word)), tr(m.text),
                                QKeySequence(QChar::fromLatin1(editModeKey(mode))), tr(m.tip));
         action->setCheckable(true);
+        action->setIcon(ActionIcons::own(QStringLiteral("mode-") + editModeWord(mode)));
         m_modeGroup->addAction(action);
         connect(action, &QAction::triggered, this, [this, mode] {
             if (EditorView* v = view())

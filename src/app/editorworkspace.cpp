@@ -346,7 +346,8 @@ bool EditorWorkspace::reopenActive(bool confirm)
     EditorDocument* document = activeDocument();
     if (!document || document->filePath().isEmpty())
         return false;
-    if (confirm) {
+    // Nothing is lost by reloading a document that is its file.
+    if (confirm && document->isModified()) {
         const auto answer = QMessageBox::question(
             m_dialogParent, tr("Re-open file"),
             tr("This will cause all unsaved changes to be lost.\nDo you wish to continue?"),

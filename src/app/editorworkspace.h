@@ -63,7 +63,8 @@ public:
     PlayerView* openPlayerView(EditorView* from);
     /// Saves a document to `path` (its own file when empty); shows failures. True on success.
     bool saveDocument(EditorDocument* document, const QString& path = QString());
-    /// Reloads the active document from its file, after confirming when `confirm` is set.
+    /// Reloads the active document from its file; with `confirm`, a document
+    /// holding changes its file lacks (isModified()) asks first.
     bool reopenActive(bool confirm = true);
     /// Closes every view (asking about unsaved changes); false when the user cancelled.
     bool closeAll();

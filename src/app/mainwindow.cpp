@@ -1,6 +1,8 @@
 #include "app/mainwindow.h"
 
+#include "app/actionicons.h"
 #include "app/autosave.h"
+#include "app/docklayout.h"
 #include "app/editactions.h"
 #include "app/playeractions.h"
 #include "app/editorworkspace.h"
@@ -14,6 +16,7 @@
 #include "document/editordocument.h"
 #include "panels/customactionmenus.h"
 #include "panels/itemstree.h"
+#include "panels/messagelogpanel.h"
 #include "panels/propertiespanel.h"
 #include "script/scriptoutput.h"
 #include "views/editorview.h"
@@ -35,6 +38,9 @@
 #include <QMessageBox>
 #include <QMimeData>
 #include <QPlainTextEdit>
+#include <QScreen>
+#include <QShowEvent>
+#include <QStyle>
 #include <QStatusBar>
 #include <QTimer>
 #include <QToolBar>
@@ -60,7 +66,7 @@ EditorView* editorViewOf(QMdiArea* area)
 } // namespace
 
 MainWindow::MainWindow(QWidget* parent)
-    : QMainWindow(parent), m_mdiArea(new QMdiArea(this)), m_logView(new QPlainTextEdit(this)),
+    : QMainWindow(parent), m_mdiArea(new QMdiArea(this)), m_logPanel(new MessageLogPanel(this)),
       m_scriptOutput(new QPlainTextEdit(this)), m_itemsTree(new ItemsTree(this)),
       m_properties(new PropertiesPanel(this)), m_undoView(new QUndoView(this))
 {
@@ -89,11 +95,19 @@ MainWindow::MainWindow(QWidget* parent)
     m_scriptTooling = new ScriptTooling(this);
     connect(m_scriptTooling, &ScriptTooling::preferencesChanged, this, [this] {
         m_autoSaver->settingsChanged();
+        m_logPanel->followPreferences();
         for (QMdiSubWindow* window : m_mdiArea->subWindowList()) {
             if (auto* view = qobject_cast<EditorView*>(window->widget()))
                 view->reloadSettings();
         }
     });
+
+    // Last in the View menu, after every dock's entry.
+    m_viewMenu->addSeparator();
+    QAction* reset = m_viewMenu->addAction(tr("&Reset layout"));
+    reset->setObjectName(QStringLiteral("actionResetLayout"));
+    reset->setStatusTip(tr("Put the panels and toolbars back where they were at the first start"));
+    connect(reset, &QAction::triggered, this, &MainWindow::resetLayout);
 
     connect(m_workspace, &EditorWorkspace::activeDocumentChanged, this, &MainWindow::activeDocumentChanged);
     connect(m_workspace, &EditorWorkspace::recentFilesChanged, this, &MainWindow::updateRecentFilesMenu);
@@ -169,8 +183,6 @@ QDockWidget* MainWindow::addPanel(QWidget* widget, const QString& objectName, Qt
 
 void MainWindow::createPanels()
 {
-    m_logView->setReadOnly(true);
-    m_logView->setMaximumBlockCount(5000);
     m_scriptOutput->setReadOnly(true);
     m_scriptOutput->setObjectName(QStringLiteral("ScriptOutput"));
     m_scriptOutput->setMaximumBlockCount(5000);
@@ -183,7 +195,7 @@ void MainWindow::createPanels()
     m_undoDock = addPanel(m_undoView, QStringLiteral("UndoDock"), Qt::RightDockWidgetArea, QKeySequence(Qt::Key_F6));
     m_scriptDock =
         addPanel(m_scriptOutput, QStringLiteral("ScriptDock"), Qt::BottomDockWidgetArea, QKeySequence(Qt::Key_F4));
-    m_logDock = addPanel(m_logView, QStringLiteral("MessageLogDock"), Qt::BottomDockWidgetArea, QKeySequence(Qt::Key_F8));
+    m_logDock = addPanel(m_logPanel, QStringLiteral("MessageLogDock"), Qt::BottomDockWidgetArea, QKeySequence(Qt::Key_F8));
     tabifyDockWidget(m_scriptDock, m_logDock);
     m_undoDock->setWindowTitle(tr("Undo stack"));
     updateDockTitles();
@@ -209,6 +221,12 @@ void MainWindow::createMenus()
          [this] { m_workspace->reopenActive(true); });
     file->addSeparator();
     QAction* saveAction = make(file, "actionSave", tr("&Save"), QKeySequence::Save, [this] { save(); });
+    newAction->setIcon(ActionIcons::themed(QStringLiteral("document-new"), QStringLiteral("document-new")));
+    newAction->setStatusTip(tr("Start a new, empty scene"));
+    openAction->setIcon(ActionIcons::themed(QStringLiteral("document-open"), QStringLiteral("document-open")));
+    openAction->setStatusTip(tr("Open scene files"));
+    saveAction->setIcon(ActionIcons::themed(QStringLiteral("document-save"), QStringLiteral("document-save")));
+    saveAction->setStatusTip(tr("Save the scene of the active view"));
     make(file, "actionSaveAs", tr("Save &as..."), QKeySequence::SaveAs, [this] { saveAs(); });
     file->addSeparator();
     m_exportActions->populateFile(file);
@@ -224,6 +242,10 @@ void MainWindow::createMenus()
     QAction* redo = m_workspace->undoGroup()->createRedoAction(this, tr("&Redo"));
     redo->setObjectName(QStringLiteral("actionRedo"));
     redo->setShortcuts({QKeySequence(Qt::CTRL | Qt::Key_Y), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Z)});
+    undo->setIcon(ActionIcons::themed(QStringLiteral("edit-undo"), QStringLiteral("edit-undo")));
+    undo->setStatusTip(tr("Take back the last change"));
+    redo->setIcon(ActionIcons::themed(QStringLiteral("edit-redo"), QStringLiteral("edit-redo")));
+    redo->setStatusTip(tr("Make the change taken back last again"));
     edit->addAction(undo);
     edit->addAction(redo);
 
@@ -254,6 +276,7 @@ void MainWindow::createMenus()
     toolbar->addAction(newAction);
     toolbar->addAction(openAction);
     toolbar->addAction(saveAction);
+    toolbar->addSeparator();
     toolbar->addAction(undo);
     toolbar->addAction(redo);
     QAction* toolbarToggle = toolbar->toggleViewAction();
@@ -272,6 +295,10 @@ void MainWindow::createMenus()
     QToolBar* playerBar = addToolBar(tr("Player"));
     playerBar->setObjectName(QStringLiteral("PlayerToolBar"));
     m_playerActions->populate(player, playerBar);
+    for (QToolBar* bar : {toolbar, m_modeToolBar, playerBar}) {
+        bar->setToolButtonStyle(Qt::ToolButtonIconOnly);
+        ActionIcons::nameShortcutsInToolTips(*bar);
+    }
     QAction* modesToggle = m_modeToolBar->toggleViewAction();
     modesToggle->setObjectName(QStringLiteral("EditModesToolBarToggle"));
     modesToggle->setShortcut(QKeySequence(Qt::Key_F10));
@@ -305,14 +332,14 @@ QAction* MainWindow::action(const QString& objectName) const
 
 QString MainWindow::logText() const
 {
-    return m_logView->toPlainText();
+    return m_logPanel->allText();
 }
 
 void MainWindow::appendLogMessage(int level, const QString& text)
 {
     if (level >= LOG_ERROR && m_workspace && m_workspace->isCollectingErrors())
         m_workspace->collectError(text);
-    m_logView->appendPlainText(QStringLiteral("[%1]: %2").arg(QString::fromLatin1(Log::label(level)), text));
+    m_logPanel->append(level, text);
 }
 
 void MainWindow::activeDocumentChanged(EditorDocument* document)
@@ -438,14 +465,15 @@ QStringList MainWindow::openDocumentPaths() const
     return paths;
 }
 
-void MainWindow::openStartupDocuments()
+void MainWindow::openStartupDocuments(const QStringList& files)
 {
-    QStringList paths;
+    QStringList paths = files;
     const QString fromEnvironment = qEnvironmentVariable("PLAX_OPEN");
     auto settings = openAppSettings();
-    if (!fromEnvironment.isEmpty())
+    // Files named on the command line replace both other sources.
+    if (paths.isEmpty() && !fromEnvironment.isEmpty())
         paths = fromEnvironment.split(QDir::listSeparator(), Qt::SkipEmptyParts);
-    else if (settings->value(QLatin1String(SettingsKeys::kReopenRecentDocuments), true).toBool())
+    else if (paths.isEmpty() && settings->value(QLatin1String(SettingsKeys::kReopenRecentDocuments), true).toBool())
         paths = settings->value(QLatin1String(kLastOpenDocuments)).toStringList();
     for (const QString& path : paths) {
         if (QFileInfo::exists(path))
@@ -509,26 +537,45 @@ void MainWindow::restoreSettings()
 {
     auto settings = openAppSettings();
     settings->beginGroup(QStringLiteral("mainwindow"));
-    restoreGeometry(settings->value(QStringLiteral("geometry")).toByteArray());
+    const QByteArray geometry = settings->value(QStringLiteral("geometry")).toByteArray();
+    if (geometry.isEmpty() || !restoreGeometry(geometry))
+        placeOnScreen();
     const bool restored = restoreState(settings->value(QStringLiteral("savestate")).toByteArray(), 0);
     if (settings->value(QStringLiteral("maximized"), false).toBool())
         setWindowState(windowState() | Qt::WindowMaximized);
     settings->endGroup();
     if (!restored) {
-        // A first start: the scene gets most of the window, the panels along
-        // the bottom a quarter of it, once the window has its size.
-        QTimer::singleShot(0, this, [this] {
-            QList<QDockWidget*> bottom;
-            QList<int> heights;
-            for (QDockWidget* dock : findChildren<QDockWidget*>()) {
-                if (dockWidgetArea(dock) == Qt::BottomDockWidgetArea && dock->isVisible()) {
-                    bottom.append(dock);
-                    heights.append(std::max(160, height() / 4));
-                }
-            }
-            resizeDocks(bottom, heights, Qt::Vertical);
-        });
+        // A first start: the standard arrangement, sized once the window has its size.
+        DockLayout::apply(*this);
+        m_sizeDocksWhenShown = true;
     }
+}
+
+void MainWindow::placeOnScreen()
+{
+    // Most of the screen, centred: the scene view is the largest part of it.
+    const QScreen* shownOn = screen() ? screen() : QGuiApplication::primaryScreen();
+    if (!shownOn)
+        return;
+    const QRect available = shownOn->availableGeometry();
+    const QSize size(available.width() * 92 / 100, available.height() * 92 / 100);
+    setGeometry(QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, size, available));
+}
+
+void MainWindow::resetLayout()
+{
+    DockLayout::apply(*this);
+    // The docks take their sizes when the layout has settled in the window.
+    QTimer::singleShot(0, this, [this] { DockLayout::resize(*this); });
+}
+
+void MainWindow::showEvent(QShowEvent* event)
+{
+    QMainWindow::showEvent(event);
+    if (!m_sizeDocksWhenShown)
+        return;
+    m_sizeDocksWhenShown = false;
+    QTimer::singleShot(0, this, [this] { DockLayout::resize(*this); });
 }
 
 void MainWindow::saveSettings() const

@@ -15,6 +15,7 @@ class QToolBar;
 class EditorDocument;
 class EditorWorkspace;
 class ItemsTree;
+class MessageLogPanel;
 class PropertiesPanel;
 class QAction;
 class QDockWidget;
@@ -22,12 +23,15 @@ class QMdiArea;
 class QMenu;
 class QPlainTextEdit;
 class QUndoView;
+class QShowEvent;
 
 /// The editor's main window: the workspace's multiple-document area, the
-/// menus, the panels (items, properties, script output, undo stack, message
-/// log) as docks that the View menu can always show again, and the status
-/// bar. Its geometry and dock state persist in the settings. It shows the
-/// log in its panel and the core's messages as message boxes.
+/// menus and toolbars, the panels (items, properties, script output, undo
+/// stack, message log) as docks that the View menu can always show again,
+/// and the status bar. Its geometry and dock state persist in the settings;
+/// a first start (or View > Reset layout) gives it the standard arrangement
+/// of DockLayout over most of the screen. It shows the log in its panel and
+/// the core's messages as message boxes.
 class MainWindow : public QMainWindow
 {
     Q_OBJECT
@@ -41,18 +45,23 @@ public:
     QMdiArea* mdiArea() const { return m_mdiArea; }
     /// The documents and views.
     EditorWorkspace* workspace() const { return m_workspace; }
-    /// Text of the message log panel.
+    /// Every message the message log panel holds, whatever its level filter shows.
     QString logText() const;
+    /// The message log panel.
+    MessageLogPanel* messageLog() const { return m_logPanel; }
+    /// Puts the docks and toolbars back in their standard places (View > Reset layout).
+    void resetLayout();
     /// The action of a menu entry by its object name (tests, toolbars), or null.
     QAction* action(const QString& objectName) const;
     /// The editing actions (modes, adding, clipboard, ...).
     EditActions* editActions() const { return m_editActions; }
     /// The recent-files menu.
     QMenu* recentFilesMenu() const { return m_recentMenu; }
-    /// Opens the documents given by PLAX_OPEN (a list of paths) or, when the
-    /// setting asks for it, those open at the last exit; then offers to
-    /// recover autosaved documents.
-    void openStartupDocuments();
+    /// Opens `files` (named on the command line) or, when there are none, the
+    /// documents given by PLAX_OPEN (a list of paths) or, when the setting
+    /// asks for it, those open at the last exit; then offers to recover
+    /// autosaved documents.
+    void openStartupDocuments(const QStringList& files = {});
 
 public slots:
     /// Appends one accepted log message to the message log panel.
@@ -66,6 +75,7 @@ public slots:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void showEvent(QShowEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
 
@@ -80,6 +90,7 @@ private:
     void updateDockTitles();
     void installNotifier();
     void restoreSettings();
+    void placeOnScreen();
     void saveSettings() const;
     QStringList openDocumentPaths() const;
 
@@ -92,7 +103,7 @@ private:
     ScriptTooling* m_scriptTooling = nullptr;
     QToolBar* m_modeToolBar = nullptr;
     QMetaObject::Connection m_stackConnection;
-    QPlainTextEdit* m_logView;
+    MessageLogPanel* m_logPanel;
     QPlainTextEdit* m_scriptOutput;
     ItemsTree* m_itemsTree;
     PropertiesPanel* m_properties;
@@ -104,4 +115,6 @@ private:
     QDockWidget* m_scriptDock = nullptr;
     QDockWidget* m_logDock = nullptr;
     QDockWidget* m_undoDock = nullptr;
+    /// The standard layout still waits for the window's first size.
+    bool m_sizeDocksWhenShown = false;
 };

@@ -1,5 +1,6 @@
 #include "app/playeractions.h"
 
+#include "app/actionicons.h"
 #include "app/editorworkspace.h"
 #include "views/editorview.h"
 #include "views/playerview.h"
@@ -12,33 +13,36 @@
 PlayerActions::PlayerActions(QWidget* window, EditorWorkspace* workspace)
     : QObject(window), m_window(window), m_workspace(workspace)
 {
-    m_run = make("actionRunScene", tr("&Run scene"), QStringLiteral(":/icons/window16greenoff.png"),
+    m_run = make("actionRunScene", tr("&Run scene"), ActionIcons::own(QStringLiteral("run-scene")),
                  QKeySequence(Qt::CTRL | Qt::Key_Return), tr("Open a player view that simulates the scene"));
     connect(m_run, &QAction::triggered, this, [this] {
         if (auto* editor = qobject_cast<EditorView*>(m_workspace->activeView()))
             emit editor->openPlayerView(editor);
         update();
     });
-    m_play = make("actionPlayPause", tr("&Play"), QStringLiteral(":/icons/play.png"), QKeySequence(),
+    m_play = make("actionPlayPause", tr("&Play"), playIcon(), QKeySequence(),
                   tr("Play or pause the simulation (Space in the player view)"));
     connect(m_play, &QAction::triggered, this, [this] {
         if (PlayerView* p = player())
             p->togglePlay();
         update();
     });
-    m_step = make("actionStep", tr("&Single step"), QStringLiteral(":/icons/step.png"), QKeySequence(),
+    m_step = make("actionStep", tr("&Single step"),
+                  ActionIcons::themed(QStringLiteral("media-skip-forward"), QStringLiteral("step")), QKeySequence(),
                   tr("Advance the paused simulation by one step (Right arrow in the player view)"));
     connect(m_step, &QAction::triggered, this, [this] {
         if (PlayerView* p = player())
             p->singleStep();
     });
-    m_reload = make("actionReloadScene", tr("Re&load"), QStringLiteral(":/icons/reload.png"), QKeySequence(),
+    m_reload = make("actionReloadScene", tr("Re&load"),
+                    ActionIcons::themed(QStringLiteral("view-refresh"), QStringLiteral("reload")), QKeySequence(),
                     tr("Build the simulation from the scene again (R in the player view)"));
     connect(m_reload, &QAction::triggered, this, [this] {
         if (PlayerView* p = player())
             p->reload();
     });
-    m_fast = make("actionFastSpeed", tr("&Fast speed"), QString(), QKeySequence(),
+    m_fast = make("actionFastSpeed", tr("&Fast speed"),
+                  ActionIcons::themed(QStringLiteral("media-seek-forward"), QStringLiteral("fast")), QKeySequence(),
                   tr("Step four times as often (F in the player view)"));
     m_fast->setCheckable(true);
     connect(m_fast, &QAction::triggered, this, [this] {
@@ -46,7 +50,7 @@ PlayerActions::PlayerActions(QWidget* window, EditorWorkspace* workspace)
             p->toggleFast();
         update();
     });
-    m_keep = make("actionKeepResult", tr("&Keep the result"), QString(), QKeySequence(),
+    m_keep = make("actionKeepResult", tr("&Keep the result"), QIcon(), QKeySequence(),
                   tr("Write the simulated positions, angles and velocities into the scene as one undo step "
                      "(K in the player view)"));
     connect(m_keep, &QAction::triggered, this, [this] {
@@ -56,13 +60,22 @@ PlayerActions::PlayerActions(QWidget* window, EditorWorkspace* workspace)
     update();
 }
 
-QAction* PlayerActions::make(const char* name, const QString& text, const QString& icon, const QKeySequence& key,
+QIcon PlayerActions::playIcon()
+{
+    return ActionIcons::themed(QStringLiteral("media-playback-start"), QStringLiteral("play"));
+}
+
+QIcon PlayerActions::pauseIcon()
+{
+    return ActionIcons::themed(QStringLiteral("media-playback-pause"), QStringLiteral("pause"));
+}
+
+QAction* PlayerActions::make(const char* name, const QString& text, const QIcon& icon, const QKeySequence& key,
                              const QString& tip)
 {
     auto* action = new QAction(text, m_window);
     action->setObjectName(QString::fromLatin1(name));
-    if (!icon.isEmpty())
-        action->setIcon(QIcon(icon));
+    action->setIcon(icon);
     action->setShortcut(key);
     action->setToolTip(tip);
     action->setStatusTip(tip);
@@ -98,7 +111,7 @@ void PlayerActions::update()
         action->setEnabled(p != nullptr);
     const bool playing = p && p->simulation().isPlaying();
     m_play->setText(playing ? tr("&Pause") : tr("&Play"));
-    m_play->setIcon(QIcon(playing ? QStringLiteral(":/icons/pause.png") : QStringLiteral(":/icons/play.png")));
+    m_play->setIcon(playing ? pauseIcon() : playIcon());
     m_step->setEnabled(p && !playing);
     m_fast->setChecked(p && p->simulation().scheduler().isFast());
 }

@@ -3,6 +3,7 @@
 #include <QObject>
 
 class EditorWorkspace;
+class QIcon;
 class PlayerView;
 class QAction;
 class QMenu;
@@ -34,8 +35,10 @@ signals:
 
 private:
     PlayerView* player() const;
-    QAction* make(const char* name, const QString& text, const QString& icon, const QKeySequence& key,
+    QAction* make(const char* name, const QString& text, const QIcon& icon, const QKeySequence& key,
                   const QString& tip);
+    static QIcon playIcon();
+    static QIcon pauseIcon();
 
     QWidget* m_window;
     EditorWorkspace* m_workspace;

@@ -35,6 +35,7 @@
 #include <QRegularExpression>
 #include <QStatusBar>
 #include <QTimer>
+#include <QWindow>
 
 #include <algorithm>
 
@@ -158,10 +159,11 @@ void ScriptTooling::createDocks()
     // The script editor sits beside the script output; the tables share one place.
     m_window->tabifyDockWidget(custom, collision);
     m_window->tabifyDockWidget(collision, exported);
-    // Only the script editor and library show on a first start; the rest
-    // wait in the View menu (a saved window state shows them as left).
-    editor->show();
-    library->show();
+    // Where they open, and which show on a first start, is the main
+    // window's standard layout (DockLayout); a saved window state shows
+    // them as they were left.
+    (void)editor;
+    (void)library;
     (void)help;
 }
 
@@ -244,10 +246,7 @@ void ScriptTooling::createMenus()
         }
     });
     QAction* tips = makeAction(m_window, "actionTips", tr("&Tip of the day..."), QKeySequence(), tr("Show a tip"));
-    connect(tips, &QAction::triggered, this, [this] {
-        TipsDialog dialog(m_window);
-        dialog.exec();
-    });
+    connect(tips, &QAction::triggered, this, [this] { showTips(false); });
     QAction* updates = makeAction(m_window, "actionCheckForUpdates", tr("Check for &updates"), QKeySequence(),
                                   tr("Ask whether a newer version exists"));
     connect(updates, &QAction::triggered, this, [this] {
@@ -334,16 +333,56 @@ void ScriptTooling::activeDocumentChanged(EditorDocument* document)
 
 void ScriptTooling::startUp()
 {
-    if (TipsDialog::showAtStartup()) {
-        QTimer::singleShot(0, this, [this] {
-            TipsDialog dialog(m_window);
-            dialog.exec();
-        });
-    }
+    if (TipsDialog::showAtStartup())
+        showTipsOnceShown(kTipsWaitSteps);
     if (openAppSettings()->value(QLatin1String(PreferenceKeys::kCheckForUpdates), false).toBool()) {
         m_updateCheckQuiet = true;
         m_updateCheck->startFromSettings();
     }
+}
+
+void ScriptTooling::showTipsOnceShown(int stepsLeft)
+{
+    // The tips come after the window is up, so they stand beside it rather
+    // than in its place; a window that never shows gets none.
+    QWindow* handle = m_window->windowHandle();
+    if (m_window->isVisible() && handle && handle->isExposed()) {
+        showTips(true);
+        return;
+    }
+    if (stepsLeft > 0)
+        QTimer::singleShot(kTipsWaitStepMs, this, [this, stepsLeft] { showTipsOnceShown(stepsLeft - 1); });
+}
+
+TipsDialog* ScriptTooling::tipsWindow() const
+{
+    return m_tips;
+}
+
+TipsDialog* ScriptTooling::showTips(bool quietly)
+{
+    const bool fresh = !m_tips;
+    if (fresh) {
+        m_tips = new TipsDialog(m_window);
+        m_tips->setAttribute(Qt::WA_DeleteOnClose);
+        m_tips->setModal(false);
+    }
+    // At start-up the keyboard stays with the editor: the first key typed
+    // is the editor's, not the tip's.
+    m_tips->setAttribute(Qt::WA_ShowWithoutActivating, quietly);
+    m_tips->show();
+    if (fresh) {
+        // In the lower right corner of the scene area, away from the menus and
+        // panels (placed once shown, at the size it took).
+        QWidget* area = m_window->mdiArea();
+        const QPoint corner = area->mapToGlobal(QPoint(area->width(), area->height())) - QPoint(16, 16);
+        const QSize size = m_tips->frameGeometry().size();
+        m_tips->move(corner - QPoint(size.width(), size.height()));
+    }
+    m_tips->raise();
+    if (!quietly)
+        m_tips->activateWindow();
+    return m_tips;
 }
 
 void ScriptTooling::showPreferences()
@@ -351,6 +390,14 @@ void ScriptTooling::showPreferences()
     PreferencesDialog dialog(m_window);
     dialog.exec();
     // OK and Apply both write the settings; the views and the autosave read them again.
+    emit preferencesChanged();
+}
+
+void ScriptTooling::showWorkingDirectoryPreferences()
+{
+    PreferencesDialog dialog(m_window);
+    dialog.showWorkingDirectory();
+    dialog.exec();
     emit preferencesChanged();
 }
 

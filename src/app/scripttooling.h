@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <QPointer>
 
 class CollisionFilterTable;
 class CustomActionMenus;
@@ -15,6 +16,7 @@ class QKeySequence;
 class QMenu;
 class ScriptEditorPanel;
 class ScriptLibrary;
+class TipsDialog;
 class UpdateCheck;
 
 /// Everything about writing and using scripts in the main window, and the
@@ -42,9 +44,15 @@ public:
     /// The tooling of a main window, or null.
     static ScriptTooling* of(const MainWindow* window);
 
-    /// At start-up: the tips (unless turned off) and the update check (when
-    /// turned on).
+    /// At start-up: the tips (unless turned off), shown without blocking
+    /// once the main window is up, and the update check (when turned on).
     void startUp();
+    /// Shows the tip window (one at a time; it never blocks the editor).
+    /// `quietly` leaves the keyboard with the main window (at start-up);
+    /// otherwise the tips take it (Help > Tip of the day).
+    TipsDialog* showTips(bool quietly);
+    /// The tip window while it is open, else null.
+    TipsDialog* tipsWindow() const;
 
     /// The custom action menus.
     CustomActionMenus* customMenus() const { return m_customMenus; }
@@ -62,6 +70,8 @@ public:
 
     /// Opens the preferences dialog (modal).
     void showPreferences();
+    /// Opens the preferences dialog (modal) on the working-directory field.
+    void showWorkingDirectoryPreferences();
     /// Opens the project's issue page in the browser; false without one.
     bool sendFeedback();
 
@@ -73,6 +83,11 @@ private:
     void installHooks();
     void activeDocumentChanged(EditorDocument* document);
     void fillCustomMenu();
+    void showTipsOnceShown(int stepsLeft);
+
+    /// How long the start-up tips wait for the main window to show: steps of a tenth of a second.
+    static constexpr int kTipsWaitSteps = 100;
+    static constexpr int kTipsWaitStepMs = 100;
 
     MainWindow* m_window;
     CustomActionMenus* m_customMenus;
@@ -86,4 +101,5 @@ private:
     ExportedPropertyTable* m_exportedProperties = nullptr;
     UpdateCheck* m_updateCheck = nullptr;
     bool m_updateCheckQuiet = false;
+    QPointer<TipsDialog> m_tips;
 };

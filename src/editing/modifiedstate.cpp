@@ -5,6 +5,8 @@
 #include <QCoreApplication>
 #include <QUndoStack>
 
+#include <algorithm>
+
 bool commandChangesScene(const QUndoCommand* command)
 {
     if (!command)
@@ -26,7 +28,14 @@ bool isModified(const QUndoStack& stack)
 {
     if (stack.isClean())
         return false;
-    for (int i = 0; i < stack.index(); ++i) {
+    const int clean = stack.cleanIndex();
+    if (clean < 0)
+        return true;
+    // The commands lying between the saved state and the current one: done
+    // since the save when the index is above it, undone past it when below.
+    const int from = std::min(clean, stack.index());
+    const int to = std::max(clean, stack.index());
+    for (int i = from; i < to; ++i) {
         if (commandChangesScene(stack.command(i)))
             return true;
     }

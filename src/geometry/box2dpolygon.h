@@ -33,7 +33,8 @@ struct Box2DPolygonJudgement
     float area = 0;
 };
 
-/// Repeats Box2D's own construction in the same single-precision arithmetic:
+/// Repeats Box2D's own construction in the same single-precision arithmetic
+/// (plax::predictPolygonSet of the runtime library, which loads exports):
 /// the welding of points closer than half the linear slop, the gift-wrapping
 /// hull starting at the rightmost point, and the area that its centroid
 /// computation asserts on. Unchanged means Box2D takes the points over as they

@@ -48,8 +48,10 @@ QString sceneFileReference(const MetaWorld& scene, FileReferenceKind kind, const
                            const QString& targetFolder)
 {
     const QString absolute = absoluteFileReference(scene, file);
+    // A relative reference of a scene read from no file: written clean, as
+    // it comes out once the saved file is read again and written anew.
     if (!QFileInfo(absolute).isAbsolute())
-        return file;
+        return QDir::cleanPath(file);
     const ReferenceOptions options = optionsFor(scene.exportOptions, kind);
     if (options.fullPath)
         return absolute;

@@ -27,7 +27,8 @@ QString absoluteFileReference(const MetaWorld& scene, const QString& file);
 /// path when the kind's "saveFullPathFor..." option is on; otherwise, when
 /// its "...PathsRelativeToPLAXFile" option is on, relative to targetFolder
 /// (readers resolve relative references against the scene file's folder);
-/// otherwise as the scene holds it.
+/// otherwise as the scene holds it. A relative reference that cannot be
+/// resolved (a scene without reference folder) is written in its clean form.
 QString sceneFileReference(const MetaWorld& scene, FileReferenceKind kind, const QString& file,
                            const QString& targetFolder);
 

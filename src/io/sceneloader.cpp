@@ -32,9 +32,13 @@ QString tr(const char* text)
 const char* const kAppTitle = "P.L.A.X";
 
 // Progress lines of a load are written in the editor, and in batch mode only when verbose.
+// Progress of a load: information for `plax -v`; in the editor a detail for
+// plax.log that the message log shows only when asked for debug lines.
 void progress(const char* line)
 {
-    if (!AppFlags::isBatchMode() || AppFlags::isVerbose())
+    if (!AppFlags::isBatchMode())
+        plaxLog(LOG_DEBUG, "%s", line);
+    else if (AppFlags::isVerbose())
         plaxLog(LOG_INFO, "%s", line);
 }
 

@@ -93,7 +93,7 @@ PreferencesDialog::PreferencesDialog(QWidget* parent) : QDialog(parent)
     setObjectName(QStringLiteral("PreferencesDialog"));
     setAccessibleName(tr("Preferences"));
     setWindowTitle(tr("Preferences"));
-    auto* tabs = new QTabWidget(this);
+    auto* tabs = m_tabs = new QTabWidget(this);
     tabs->setObjectName(QStringLiteral("PreferencesTabs"));
     tabs->addTab(colorsPage(), tr("&Colours"));
     tabs->addTab(editingPage(), tr("&Editing"));
@@ -188,13 +188,22 @@ QWidget* PreferencesDialog::workspacePage()
     m_autosave->setRange(0, 24 * 60);
     m_autosave->setSpecialValueText(tr("off"));
     m_workingDirectory = named(new QLineEdit(page), SettingsKeys::kWorkingDirectory, tr("Working directory"),
-                               tr("Folder made current at start-up; the config folder is looked for in it. "
-                                  "Empty: the folder the program is started in."));
+                               tr("Folder made current at start-up; the config folder is looked for in it, and "
+                                  "a folder without one gets a copy of the installed default configuration. "
+                                  "Empty: the folder the program is started in when it holds "
+                                  "config/actionMenu/default/layout.json, else %1.")
+                                   .arg(userWorkingFolder()));
+    m_workingDirectory->setPlaceholderText(userWorkingFolder());
     m_reusePlayerViews = named(new QCheckBox(tr("Reuse the open player view of a document"), page),
                                PreferenceKeys::kReusePlayerViews, tr("Reuse player views"));
     form->addRow(tr("Autosave every (minutes):"), m_autosave);
     form->addRow(tr("Environment - working directory:"), m_workingDirectory);
+    m_debugOutput = named(new QCheckBox(tr("Show debug messages in the message log and the batch tool's output"), page),
+                          SettingsKeys::kDebugOutput, tr("Debug output"),
+                          tr("For developers: the message log starts at DEBUG instead of INFO; plax.log always "
+                             "holds every message"));
     form->addRow(QString(), m_reusePlayerViews);
+    form->addRow(QString(), m_debugOutput);
     return page;
 }
 
@@ -231,6 +240,13 @@ QWidget* PreferencesDialog::helpPage()
     return page;
 }
 
+void PreferencesDialog::showWorkingDirectory()
+{
+    m_tabs->setCurrentWidget(m_workingDirectory->parentWidget());
+    m_workingDirectory->setFocus(Qt::OtherFocusReason);
+    m_workingDirectory->selectAll();
+}
+
 void PreferencesDialog::setColor(const QString& key, const QColor& color)
 {
     if (!m_colorButtons.contains(key) || !color.isValid())
@@ -265,6 +281,7 @@ void PreferencesDialog::load()
                                          PreferenceKeys::kDefaultAutosaveMinutes).toInt());
     m_workingDirectory->setText(settings->value(QLatin1String(SettingsKeys::kWorkingDirectory)).toString());
     m_reusePlayerViews->setChecked(settings->value(QLatin1String(PreferenceKeys::kReusePlayerViews), false).toBool());
+    m_debugOutput->setChecked(settings->value(QLatin1String(SettingsKeys::kDebugOutput), false).toBool());
     m_scriptTimeout->setValue(settings->value(QLatin1String(ScriptLimits::kTimeSettingsKey),
                                               ScriptLimits::kDefaultTimeSeconds).toInt());
     m_mouseJointForce->setValue(real(kMouseJointForceKey, kDefaultMouseJointForce));
@@ -289,6 +306,7 @@ void PreferencesDialog::save()
     settings->setValue(QLatin1String(PreferenceKeys::kAutosaveMinutes), m_autosave->value());
     settings->setValue(QLatin1String(SettingsKeys::kWorkingDirectory), m_workingDirectory->text().trimmed());
     settings->setValue(QLatin1String(PreferenceKeys::kReusePlayerViews), m_reusePlayerViews->isChecked());
+    settings->setValue(QLatin1String(SettingsKeys::kDebugOutput), m_debugOutput->isChecked());
     settings->setValue(QLatin1String(ScriptLimits::kTimeSettingsKey), m_scriptTimeout->value());
     settings->setValue(QLatin1String(kMouseJointForceKey), m_mouseJointForce->value());
     settings->setValue(QLatin1String(TipsDialog::kShowAtStartupKey), m_showTips->isChecked());

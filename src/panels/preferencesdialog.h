@@ -10,6 +10,7 @@ class QDoubleSpinBox;
 class QLineEdit;
 class QPushButton;
 class QSpinBox;
+class QTabWidget;
 
 /// Settings keys of the preferences that no other file owns.
 namespace PreferenceKeys
@@ -42,7 +43,7 @@ QString defaultIssuePage();
 } // namespace PreferenceKeys
 
 /// The preferences: the editor's colours, snapping steps, autosave interval,
-/// working directory, script time limit, mouse joint force of the player,
+/// working directory, debug output, script time limit, mouse joint force of the player,
 /// polygon decomposition method, reuse of player views, tips, update check
 /// and issue page. Values are read from the application settings when the
 /// dialog opens and written back on OK or Apply, so they persist across a
@@ -67,6 +68,10 @@ public:
     /// Keys of the colours, as in the group "colors".
     static QStringList colorKeys();
 
+    /// Shows the Workspace page with the working-directory field focused, as
+    /// start-up does when the default action menu is missing.
+    void showWorkingDirectory();
+
 signals:
     /// Written to the settings (colours may have changed: views repaint).
     void applied();
@@ -88,6 +93,7 @@ private:
     QSpinBox* m_autosave = nullptr;
     QLineEdit* m_workingDirectory = nullptr;
     QCheckBox* m_reusePlayerViews = nullptr;
+    QCheckBox* m_debugOutput = nullptr;
     QSpinBox* m_scriptTimeout = nullptr;
     QDoubleSpinBox* m_mouseJointForce = nullptr;
     QComboBox* m_decomposition = nullptr;
@@ -95,4 +101,5 @@ private:
     QCheckBox* m_checkUpdates = nullptr;
     QLineEdit* m_updateUrl = nullptr;
     QLineEdit* m_issuePage = nullptr;
+    QTabWidget* m_tabs = nullptr;
 };

@@ -9,6 +9,7 @@ target_sources(plaxgui PRIVATE
   panels/helpbrowser.cpp panels/helpbrowser.h
   panels/itemstree.cpp panels/itemstree.h
   panels/jointproperties.cpp
+  panels/messagelogpanel.cpp panels/messagelogpanel.h
   panels/placedproperties.cpp
   panels/preferencesdialog.cpp panels/preferencesdialog.h
   panels/propertiespanel.cpp panels/propertiespanel.h

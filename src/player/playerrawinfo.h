@@ -24,7 +24,8 @@ struct PlayerRawInfo
 };
 
 /// Writes what the player loads: the scene with its object instances
-/// expanded, through the raw-info writer with the scene's excluded properties.
+/// expanded, through the raw-info writer with the scene's excluded properties
+/// and its export filter script, exactly as an export writes it.
 PlayerRawInfo writePlayerRawInfo(const EditorDocument& document);
 
 /// The stage that writes a document for the player; replaceable so that a

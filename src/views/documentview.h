@@ -7,14 +7,28 @@
 class EditorDocument;
 
 /// A window onto one document, shown in a sub-window of the workspace. Editor
-/// views and player views derive from it. Closing it asks the close guard
-/// first (the workspace prompts for unsaved changes there), then announces
-/// the closing so that the workspace can drop the view.
+/// views and player views derive from it. They ask OpenGL for multisampled
+/// frames (smooth lines and edges) where it is cheap, which a driver without
+/// multisampling quietly draws without. Closing it asks the close guard first (the
+/// workspace prompts for unsaved changes there), then announces the closing
+/// so that the workspace can drop the view.
 class DocumentView : public QOpenGLWidget
 {
     Q_OBJECT
 
 public:
+    /// Samples per pixel asked of OpenGL for antialiasing by default.
+    static constexpr int kRequestedSamples = 4;
+    /// Settings key of the samples per pixel of new views (0 turns
+    /// multisampling off); without it, defaultSamples().
+    static constexpr const char* kSamplesKey = "display/multisamples";
+    /// kRequestedSamples on a graphics card; 0 on a software rasterizer
+    /// (llvmpipe and the like), where multisampling costs several times the
+    /// frame time. Found out once per process from the OpenGL renderer's name.
+    static int defaultSamples();
+    /// Whether an OpenGL renderer name is that of a software rasterizer.
+    static bool isSoftwareRenderer(const QString& rendererName);
+
     /// Decides whether a view may close; false keeps it open.
     using CloseGuard = std::function<bool(DocumentView*)>;
 

@@ -263,6 +263,8 @@ void EditorView::paintGL()
     }
     m_renderer.paint(m_camera, m_colors, document().editorState().cursor, defaultFramebufferObject());
     m_labelCount = 0;
+    m_hiddenLabelCount = 0;
+    m_placedLabels.clear();
     const bool labels = m_showLabels && !m_geometry.labels.empty();
     if (!labels && !m_tool)
         return;
@@ -285,8 +287,13 @@ void EditorView::paintGL()
                 };
             }
         }
-        m_labelCount = LabelPainter::paint(painter, m_camera, m_geometry.labels, kind, m_colors.label, m_colors.selection,
-                                           customize);
+        const LabelPainter::Outcome outcome = LabelPainter::paint(painter, m_camera, m_geometry.labels, kind,
+                                                                  m_colors.label, m_colors.selection,
+                                                                  m_colors.background, customize);
+        m_labelCount = outcome.drawn;
+        m_hiddenLabelCount = outcome.hidden;
+        m_placedLabels = outcome.placed;
+        LabelPainter::paintHiddenHint(painter, m_camera, outcome.hidden, m_colors.label);
     }
     if (m_tool) {
         painter.setRenderHint(QPainter::Antialiasing);

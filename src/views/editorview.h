@@ -3,6 +3,7 @@
 #include "editing/editmode.h"
 #include "script/scripttransform.h"
 #include "views/documentview.h"
+#include "views/labelpainter.h"
 #include "views/scenepicker.h"
 #include "views/scenerenderer.h"
 #include "views/snapping.h"
@@ -10,6 +11,7 @@
 #include "views/viewcolors.h"
 
 #include <memory>
+#include <vector>
 
 class QInputEvent;
 class TextureCache;
@@ -51,6 +53,8 @@ public:
     void setFrameCacheThreshold(size_t vertices) { m_renderer.setFrameCacheThreshold(vertices); }
     /// True when the last frame drew the cached picture.
     bool lastFrameFromCache() const { return m_renderer.lastFrameFromCache(); }
+    /// Samples per pixel of the last frame (0 where OpenGL offers no multisampling).
+    int lastFrameSamples() const { return m_renderer.samples(); }
     /// Vertices the last frame drew (the chunks in sight).
     size_t lastDrawnVertices() const { return m_renderer.drawnVertices(); }
     /// Milliseconds the last geometry build took.
@@ -91,6 +95,10 @@ public:
     bool showLabels() const { return m_showLabels; }
     /// Labels drawn in the last frame.
     int lastLabelCount() const { return m_labelCount; }
+    /// Labels the last frame left out because they would have covered others.
+    int lastHiddenLabelCount() const { return m_hiddenLabelCount; }
+    /// The labels the last frame wrote: which item each names and where it stands.
+    const std::vector<LabelPainter::Placed>& lastPlacedLabels() const { return m_placedLabels; }
 
 signals:
     /// Asks for a simulation view of this view's document.
@@ -150,4 +158,6 @@ private:
     bool m_panning = false;
     bool m_showLabels = true;
     int m_labelCount = 0;
+    int m_hiddenLabelCount = 0;
+    std::vector<LabelPainter::Placed> m_placedLabels;
 };

@@ -30,6 +30,12 @@ QColor withAlpha(QColor colour, int alpha)
     return colour;
 }
 
+// The halo around the outlines of selected items.
+QColor haloOf(const ViewColors& colors)
+{
+    return withAlpha(colors.selection, 150);
+}
+
 QColor dimmed(const QColor& colour)
 {
     return QColor((colour.red() + 2 * 128) / 3, (colour.green() + 2 * 128) / 3, (colour.blue() + 2 * 128) / 3,
@@ -196,6 +202,9 @@ private:
             const int alpha = m_coarse ? std::min(255, m_colors.fillAlpha + 90) : m_colors.fillAlpha;
             const QColor fill = withAlpha(selected ? m_colors.selection : outline,
                                           selected ? std::min(255, alpha + 60) : (selection ? alpha : alpha / 2));
+            // A selected body stands out by a halo; selected fixtures by
+            // their vertex markers (which a halo would cover).
+            m_shapes.setHalo(bodySelected ? haloOf(m_colors) : QColor());
             std::vector<Vec2> points;
             points.reserve(fixture->vertices().size());
             bool usable = true;
@@ -223,6 +232,7 @@ private:
                 }
             }
         }
+        m_shapes.setHalo(QColor());
         if (m_bodyLocal)
             return;
         const Vec2 origin = place(placement, body.position);
@@ -276,7 +286,9 @@ private:
             m_shapes.segment(originA, a, withAlpha(colour, colour.alpha() / 2));
             m_shapes.segment(originB, b, withAlpha(colour, colour.alpha() / 2));
         }
+        m_shapes.setHalo(selected ? haloOf(m_colors) : QColor());
         m_shapes.segment(a, b, colour);
+        m_shapes.setHalo(QColor());
         m_shapes.marker(a, selected ? 9 : 7, colour);
         m_shapes.marker(b, selected ? 9 : 7, colour);
         if (selection)
@@ -315,10 +327,12 @@ private:
                 const Vec2 mid{(draw.corners[0].x + draw.corners[2].x) / 2, (draw.corners[0].y + draw.corners[2].y) / 2};
                 label(mid, *image, selected);
             }
+            m_shapes.setHalo(selected ? haloOf(m_colors) : QColor());
             for (size_t i = 0; i < 4; ++i) {
                 m_shapes.segment(draw.corners[i], draw.corners[(i + 1) % 4], outline);
                 m_shapes.include(draw.corners[i]);
             }
+            m_shapes.setHalo(QColor());
         }
     }
 
@@ -350,10 +364,12 @@ private:
         if (!draw.path.isEmpty() && analysis && analysis->error.isEmpty())
             m_target.images.push_back(draw);
         const QColor edge = selected ? m_colors.selection : m_colors.imageOutline;
+        m_shapes.setHalo(selected ? haloOf(m_colors) : QColor());
         for (size_t i = 0; i < 4; ++i) {
             m_shapes.segment(draw.corners[i], draw.corners[(i + 1) % 4], edge);
             m_shapes.include(draw.corners[i]);
         }
+        m_shapes.setHalo(QColor());
         label({(draw.corners[0].x + draw.corners[2].x) / 2, (draw.corners[0].y + draw.corners[2].y) / 2}, sampler,
               selected);
         if (analysis) {
@@ -383,8 +399,9 @@ private:
         if (!finite(at))
             return;
         const bool selected = selection && selection->contains(ItemKind::Object, object.id());
-        m_shapes.cross(at, 8, selected ? m_colors.selection : m_colors.object);
-        m_shapes.marker(at, 4, selected ? m_colors.selection : m_colors.object);
+        // A selected instance's mark grows as well as turning white.
+        m_shapes.cross(at, selected ? 12 : 8, selected ? m_colors.selection : m_colors.object);
+        m_shapes.marker(at, selected ? 7 : 4, selected ? m_colors.selection : m_colors.object);
         if (selection)
             label(at, object, selected);
         if (!object.objectDocument || depth >= kMaxObjectDepth)

@@ -286,17 +286,28 @@ void SceneRenderer::renderCache(const ViewCamera& camera, GLuint target)
     if (!m_cache || m_cache->size() != size) {
         m_cache = std::make_unique<QOpenGLFramebufferObject>(size);
         m_cache->texture(); // created with the object
+        m_cacheMultisample.reset();
     }
+    // Smooth like the view: drawn multisampled, then resolved into the texture.
+    const bool multisample = m_samples > 0 && QOpenGLFramebufferObject::hasOpenGLFramebufferBlit();
+    if (multisample && (!m_cacheMultisample || m_cacheMultisample->format().samples() != m_samples)) {
+        QOpenGLFramebufferObjectFormat format;
+        format.setSamples(m_samples);
+        m_cacheMultisample = std::make_unique<QOpenGLFramebufferObject>(size, format);
+    }
+    QOpenGLFramebufferObject& drawTarget = multisample ? *m_cacheMultisample : *m_cache;
     ViewCamera wide = camera;
     wide.pixelSize = size;
     wide.height = float(camera.worldPerPixel() * size.height());
-    m_cache->bind();
+    drawTarget.bind();
     glViewport(0, 0, size.width(), size.height());
     glClearColor(0, 0, 0, 0);
     glClear(GL_COLOR_BUFFER_BIT);
     // Premultiplied colours, so that the picture blends over the grid like the scene would.
     glBlendFuncSeparate(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA, GL_ONE, GL_ONE_MINUS_SRC_ALPHA);
     drawScene(wide);
+    if (multisample)
+        QOpenGLFramebufferObject::blitFramebuffer(m_cache.get(), m_cacheMultisample.get());
     glBindFramebuffer(GL_FRAMEBUFFER, target);
     glViewport(0, 0, camera.pixelSize.width(), camera.pixelSize.height());
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
@@ -340,6 +351,9 @@ void SceneRenderer::drawCache(const ViewCamera& camera)
 
 void SceneRenderer::paint(const ViewCamera& camera, const ViewColors& colors, Vec2 cursor, GLuint target)
 {
+    GLint samples = 0;
+    glGetIntegerv(GL_SAMPLES, &samples);
+    m_samples = int(samples);
     glClearColor(colors.background.redF(), colors.background.greenF(), colors.background.blueF(), 1);
     glClear(GL_COLOR_BUFFER_BIT);
     if (!m_ready)
@@ -368,6 +382,7 @@ void SceneRenderer::paint(const ViewCamera& camera, const ViewColors& colors, Ve
         drawCache(camera);
     } else {
         m_cache.reset();
+        m_cacheMultisample.reset();
         drawScene(camera);
     }
     drawColored(m_overlay, GL_LINES, gridCount, int(lines.size()) - gridCount, camera);
@@ -379,6 +394,7 @@ void SceneRenderer::release()
         return;
     m_textures.clear();
     m_cache.reset();
+    m_cacheMultisample.reset();
     m_triangles.destroy();
     m_lines.destroy();
     m_overlay.destroy();

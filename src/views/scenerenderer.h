@@ -42,6 +42,9 @@ public:
     void setShowGrid(bool show) { m_showGrid = show; }
     /// True when the last frame drew the cached picture instead of the scene.
     bool lastFrameFromCache() const { return m_lastFromCache; }
+    /// Samples per pixel of the frame buffer the last frame was drawn into
+    /// (0 without multisampling); the cached picture is drawn with as many.
+    int samples() const { return m_samples; }
     /// Releases the GL objects (the context must be current).
     void release();
 
@@ -71,6 +74,9 @@ private:
     bool m_lastFromCache = false;
     quint64 m_uploadVersion = 0;
     std::unique_ptr<QOpenGLFramebufferObject> m_cache;
+    /// The cached picture's multisampled frame buffer, resolved into m_cache.
+    std::unique_ptr<QOpenGLFramebufferObject> m_cacheMultisample;
+    int m_samples = 0;
     quint64 m_cacheVersion = 0;
     Vec2 m_cacheCenter;
     double m_cacheWorldPerPixel = 0;

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <numbers>
+#include <utility>
 
 namespace
 {
@@ -67,6 +68,15 @@ void ShapeTessellator::triangle(Vec2 a, Vec2 b, Vec2 c, const QColor& colour)
 
 void ShapeTessellator::segment(Vec2 a, Vec2 b, const QColor& colour)
 {
+    if (m_halo.isValid()) {
+        // Copies shifted by whole screen pixels to each side, under the line itself.
+        for (float d = 1; d <= kHaloPixels; d += 1) {
+            for (const auto& [ox, oy] : {std::pair{d, 0.f}, {-d, 0.f}, {0.f, d}, {0.f, -d}}) {
+                m_target.lines.push_back(geomVertex(a, m_halo, ox, oy));
+                m_target.lines.push_back(geomVertex(b, m_halo, ox, oy));
+            }
+        }
+    }
     m_target.lines.push_back(geomVertex(a, colour));
     m_target.lines.push_back(geomVertex(b, colour));
 }
@@ -87,7 +97,7 @@ void ShapeTessellator::circle(Vec2 center, float radius, float angle, const QCol
 {
     fan(center, radius, 0, 2 * kPi, m_circleSegments, fill);
     include(center, radius);
-    if (m_coarse)
+    if (!drawsOutlines())
         return;
     Vec2 previous{center.x + radius, center.y};
     for (int i = 1; i <= m_circleSegments; ++i) {
@@ -134,7 +144,7 @@ void ShapeTessellator::polygon(const std::vector<Vec2>& ring, float radius, cons
         include(p, radius);
     fillRing(ring, fill);
     if (radius <= 0 || n < 3) {
-        if (m_coarse && n >= 3)
+        if (!drawsOutlines() && n >= 3)
             return;
         for (size_t i = 0; i < n; ++i)
             segment(ring[i], ring[(i + 1) % n], outline);
@@ -153,7 +163,7 @@ void ShapeTessellator::polygon(const std::vector<Vec2>& ring, float radius, cons
         const Vec2 a = ring[i], b = ring[(i + 1) % n];
         triangle(a, b, b + normals[i] * radius, fill);
         triangle(a, b + normals[i] * radius, a + normals[i] * radius, fill);
-        if (m_coarse)
+        if (!drawsOutlines())
             continue;
         segment(a + normals[i] * radius, b + normals[i] * radius, outline);
         // Arc around corner b from this edge's normal to the next edge's.
@@ -187,7 +197,7 @@ void ShapeTessellator::chain(const std::vector<Vec2>& points, bool closed, float
         include(p, radius);
     for (size_t i = 0; i < edges; ++i) {
         const Vec2 a = points[i], b = points[(i + 1) % n];
-        if (radius <= 0 || !m_coarse)
+        if (radius <= 0 || drawsOutlines())
             segment(a, b, outline);
         if (radius > 0)
             thickSegment(a, b, radius, fill);

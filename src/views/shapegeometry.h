@@ -23,10 +23,17 @@ public:
     /// An open (line) or closed (loop) chain; rounded chains are filled capsules.
     void chain(const std::vector<Vec2>& points, bool closed, float radius, const QColor& fill, const QColor& outline);
     /// Leaves out the outlines of filled shapes and the round caps of thin
-    /// rounded chains (the coarse drawing of zoomed-out views).
+    /// rounded chains (the coarse drawing of zoomed-out views); shapes drawn
+    /// with a halo (the selection) keep their outlines.
     void setCoarse(bool coarse) { m_coarse = coarse; }
-    /// A line segment.
+    /// A line segment (with the halo, when one is set).
     void segment(Vec2 a, Vec2 b, const QColor& colour);
+    /// While `colour` is valid, every segment is drawn over a halo of that
+    /// colour reaching kHaloPixels to each side, so that selected items stand
+    /// out whatever they are drawn in; an invalid colour turns it off.
+    void setHalo(const QColor& colour) { m_halo = colour; }
+    /// Pixels the halo reaches beyond a line on each side.
+    static constexpr float kHaloPixels = 2;
     /// A square marker of `pixels` size centred at `at`, filled, keeping its size on screen.
     void marker(Vec2 at, float pixels, const QColor& colour);
     /// A cross marker of `pixels` arm length, keeping its size on screen.
@@ -40,6 +47,7 @@ public:
     static constexpr int kCoarseCircleSegments = 6;
 
 private:
+    bool drawsOutlines() const { return !m_coarse || m_halo.isValid(); }
     void triangle(Vec2 a, Vec2 b, Vec2 c, const QColor& colour);
     void fan(Vec2 center, float radius, float from, float to, int segments, const QColor& colour);
     void thickSegment(Vec2 a, Vec2 b, float radius, const QColor& colour);
@@ -48,6 +56,7 @@ private:
     SceneGeometry& m_target;
     int m_circleSegments;
     bool m_coarse = false;
+    QColor m_halo;
 };
 
 /// A vertex of the drawing.

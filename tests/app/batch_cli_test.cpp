@@ -13,16 +13,6 @@ QStringList logLines(const PlaxRun& run)
 }
 } // namespace
 
-TEST(BatchCli, VersionAndHelpAreSilentWithoutVerbose)
-{
-    PlaxSandbox box;
-    for (const QString& arg : {QStringLiteral("-V"), QStringLiteral("--version"), QStringLiteral("--help")}) {
-        PlaxRun run = box.run({arg});
-        EXPECT_EQ(run.exitCode, 0) << arg.toStdString();
-        EXPECT_EQ(run.out, "") << arg.toStdString();
-    }
-}
-
 TEST(BatchCli, VerboseVersionPrintsTheBlock)
 {
     PlaxSandbox box;
@@ -57,7 +47,8 @@ TEST(BatchCli, MissingInputFails)
     for (const QStringList& args : {QStringList{"-v"}, QStringList{"scene.plax"}, QStringList{"-r", "x", "-i"}}) {
         PlaxRun run = box.run(args);
         EXPECT_EQ(run.exitCode, 1);
-        EXPECT_TRUE(run.out.contains("No input file given.\n")) << run.out.toStdString();
+        EXPECT_EQ(run.err, "No input file given.\n") << "a usage error goes to standard error";
+        EXPECT_FALSE(run.out.contains("No input file given.")) << run.out.toStdString();
     }
 }
 

@@ -20,6 +20,7 @@
 #include "support/guitesting.h"
 #include "support/logcapture.h"
 #include "support/testfiles.h"
+#include "views/editorview.h"
 
 #include <gtest/gtest.h>
 
@@ -33,6 +34,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPlainTextEdit>
+#include <QPushButton>
 #include <QStatusBar>
 #include <QTemporaryDir>
 #include <QUrl>
@@ -230,21 +232,49 @@ TEST_F(ScriptToolingTest, AboutShowsTheLibrariesAndFeedbackOpensTheIssuePage)
     EXPECT_EQ(catcher.urls.first(), QUrl("https://issues.invalid/plax/issues"));
 }
 
-TEST_F(ScriptToolingTest, TipsShowAtStartUpUnlessTurnedOff)
+TEST_F(ScriptToolingTest, TipsShowBesideTheWindowWithoutBlockingItOrTakingTheFirstKey)
 {
-    bool shown = false;
-    handleNextDialog<TipsDialog>([&shown](TipsDialog* tips) {
-        shown = true;
-        tips->reject();
-    });
-    tooling->startUp();
-    EXPECT_TRUE(waitFor([&shown] { return shown; }));
+    EditorDocument* document = openExample();
+    ASSERT_NE(document, nullptr);
+    auto* view = qobject_cast<EditorView*>(window->workspace()->activeView());
+    ASSERT_NE(view, nullptr);
+    window->activateWindow();
+    view->setFocus();
+    ASSERT_TRUE(waitFor([&] { return QGuiApplication::focusWindow() == window->windowHandle(); }));
 
+    tooling->startUp();
+    ASSERT_TRUE(waitFor([&] { return tooling->tipsWindow() && tooling->tipsWindow()->isVisible(); }));
+    TipsDialog* tips = tooling->tipsWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(tips));
+    EXPECT_FALSE(tips->isModal());
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr) << "the menus and views stay usable";
+    EXPECT_FALSE(waitFor([&] { return QGuiApplication::focusWindow() == tips->windowHandle(); }, 1000))
+        << "the tips took the keyboard";
+    ASSERT_EQ(QGuiApplication::focusWindow(), window->windowHandle());
+    // The first key typed goes where it goes without tips: F picks the fixtures mode.
+    QTest::keyClick(QGuiApplication::focusWindow(), Qt::Key_F);
+    EXPECT_EQ(view->editMode(), EditMode::Fixtures);
+    EXPECT_TRUE(tips->isVisible()) << "typing in the editor leaves the tips open";
+
+    const int first = tips->currentTip();
+    QTest::mouseClick(tips->findChild<QPushButton*>("TipNext"), Qt::LeftButton);
+    EXPECT_NE(tips->currentTip(), first);
+    tips->close();
+    EXPECT_TRUE(waitFor([&] { return tooling->tipsWindow() == nullptr; })) << "a closed tip window goes";
+
+    // Asked for from the Help menu they come (without blocking either).
+    window->action("actionTips")->trigger();
+    ASSERT_NE(tooling->tipsWindow(), nullptr);
+    EXPECT_TRUE(tooling->tipsWindow()->isVisible());
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+    tooling->tipsWindow()->close();
+    ASSERT_TRUE(waitFor([&] { return tooling->tipsWindow() == nullptr; }));
+
+    // Turned off, start-up shows none.
     openAppSettings()->setValue(TipsDialog::kShowAtStartupKey, false);
-    NoDialogExpected none;
     tooling->startUp();
     deliverPostedEvents(); // the tips would come with the events start-up posts
-    EXPECT_EQ(none.refused(), 0);
+    EXPECT_EQ(tooling->tipsWindow(), nullptr);
 }
 
 TEST_F(ScriptToolingTest, ScriptQuestionsOpenDialogsOnTheInterfaceThread)

@@ -114,7 +114,7 @@ TEST_F(WorkspaceTest, PanelEditChangesTheSceneAndUndoRedoThroughTheMenuAndSaveCl
 
     window->action("actionUndo")->trigger();
     EXPECT_FLOAT_EQ(crate->angle, 0.3f);
-    EXPECT_EQ(subWindows().front()->windowTitle(), "demo.plax") << "only the selection is left below the index";
+    EXPECT_EQ(subWindows().front()->windowTitle(), "demo.plax") << "only a selection lies between the file and the scene";
     window->action("actionRedo")->trigger();
     EXPECT_FLOAT_EQ(crate->angle, 1.2f);
     // The panel follows the undo stack.

@@ -105,7 +105,26 @@ TEST(ScriptCommand, AFailedUndoIsNotLoggedButTheIndexMoves)
     EXPECT_EQ(host.logLines, QStringList({"r;"}));
 }
 
-TEST(ModifiedState, SelectionOnlyStacksAreNotModifiedUntilAChangeLiesBelowTheIndex)
+namespace
+{
+// One scene change (an angle) as its own undo step.
+void change(RecordingHost& host, float angle)
+{
+    beginUndoMacro(host.undoStack(), "edit");
+    recordCommand<SetItemPropertyFloatCommand>(host, "getBody", "setAngle", 1, angle - 1.0f, angle);
+    endUndoMacro(host.undoStack());
+}
+
+// One selection change as its own undo step.
+void select(RecordingHost& host, ItemId id)
+{
+    beginUndoMacro(host.undoStack(), "select");
+    recordCommand<SelectCommand>(host, ItemKind::Body, id);
+    endUndoMacro(host.undoStack());
+}
+} // namespace
+
+TEST(ModifiedState, SelectionAndCursorCommandsNeverCount)
 {
     RecordingHost host;
     QUndoStack& stack = host.undoStack();
@@ -116,20 +135,89 @@ TEST(ModifiedState, SelectionOnlyStacksAreNotModifiedUntilAChangeLiesBelowTheInd
     EXPECT_FALSE(stack.isClean());
     EXPECT_FALSE(isModified(stack)) << "selection and cursor changes alone";
 
-    beginUndoMacro(stack, "edit");
-    recordCommand<SetItemPropertyFloatCommand>(host, "getBody", "setAngle", 1, 0.0f, 1.0f);
-    endUndoMacro(stack);
+    change(host, 1);
     EXPECT_TRUE(isModified(stack));
 
     stack.setClean();
     EXPECT_FALSE(isModified(stack));
-    beginUndoMacro(stack, "select");
-    recordCommand<SelectCommand>(host, ItemKind::Body, 1);
-    endUndoMacro(stack);
-    EXPECT_TRUE(isModified(stack)) << "an earlier change below the index counts, even though it was saved";
+    select(host, 1);
+    EXPECT_FALSE(stack.isClean());
+    EXPECT_FALSE(isModified(stack)) << "a change saved before the selection is in the file";
+    stack.undo();
+    stack.undo();
+    EXPECT_TRUE(isModified(stack)) << "the saved change undone (past a selection)";
+}
+
+TEST(ModifiedState, ChangesUndonePastTheSaveCount)
+{
+    RecordingHost host;
+    QUndoStack& stack = host.undoStack();
+    change(host, 1);
+    change(host, 2);
+    stack.setClean();
+    ASSERT_EQ(stack.cleanIndex(), 2);
 
     stack.undo();
-    EXPECT_FALSE(isModified(stack)) << "back at the clean index";
+    EXPECT_TRUE(isModified(stack)) << "the file holds the change the scene no longer has";
+    stack.undo();
+    EXPECT_TRUE(isModified(stack));
+    stack.redo();
+    EXPECT_TRUE(isModified(stack));
+    stack.redo();
+    EXPECT_FALSE(isModified(stack)) << "back at the saved state";
+
+    // Saved in the middle of the history: either way from it counts.
+    stack.undo();
+    stack.setClean();
+    EXPECT_FALSE(isModified(stack));
+    stack.redo();
+    EXPECT_TRUE(isModified(stack));
+    stack.undo();
+    stack.undo();
+    EXPECT_TRUE(isModified(stack));
+}
+
+TEST(ModifiedState, ALostCleanStateIsModifiedUntilTheNextSave)
+{
+    RecordingHost host;
+    QUndoStack& stack = host.undoStack();
+    change(host, 1);
+    stack.setClean();
+    stack.undo();
+    // A new step after undoing past the save discards the way back to it.
+    select(host, 1);
+    ASSERT_EQ(stack.cleanIndex(), -1);
+    EXPECT_TRUE(isModified(stack)) << "only a selection since, but the saved change is gone from the stack";
+    stack.setClean();
+    EXPECT_FALSE(isModified(stack));
+}
+
+TEST(ModifiedState, ACleanIndexDroppedByTheUndoLimitCounts)
+{
+    RecordingHost host;
+    QUndoStack& stack = host.undoStack();
+    stack.setUndoLimit(3);
+    change(host, 1);
+    stack.setClean();
+    select(host, 1);
+    select(host, 2);
+    select(host, 3);
+    ASSERT_EQ(stack.cleanIndex(), 0) << "the saved state is still the bottom of the stack";
+    EXPECT_FALSE(isModified(stack));
+    select(host, 4);
+    ASSERT_EQ(stack.count(), 3) << "the limit dropped the oldest steps";
+    ASSERT_EQ(stack.cleanIndex(), -1);
+    EXPECT_TRUE(isModified(stack)) << "the saved state can no longer be reached";
+
+    RecordingHost kept;
+    kept.undoStack().setUndoLimit(3);
+    change(kept, 1);
+    change(kept, 2);
+    kept.undoStack().setClean();
+    select(kept, 1);
+    select(kept, 2);
+    ASSERT_EQ(kept.undoStack().cleanIndex(), 1) << "the clean state moved down with the dropped step";
+    EXPECT_FALSE(isModified(kept.undoStack())) << "only selections since the save";
 }
 
 TEST(ModifiedState, AnEmptyScriptExecutionMacroCounts)

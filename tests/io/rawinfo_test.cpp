@@ -3,17 +3,22 @@
 #include "iotestsupport.h"
 
 #include "io/exportfilter.h"
+#include "io/filereferences.h"
 #include "io/jsontext.h"
 #include "io/jsonvalues.h"
 #include "io/rawinfoexport.h"
 #include "io/rawinfoscene.h"
+#include "io/sceneloader.h"
+#include "io/scenewriter.h"
 #include "model/metaworld.h"
 #include "physics/worldbuild.h"
+#include "support/schemacheck.h"
 
 #include <gtest/gtest.h>
 
 #include <QMap>
 #include <QSet>
+#include <QTemporaryDir>
 
 using rapidjson::Value;
 
@@ -33,6 +38,7 @@ Export exportScene(const MetaWorld& scene, const QStringList& excluded = {})
     e.text = rawInfoText(build, scene, ExportPropertyFilter(excluded));
     QString error;
     EXPECT_TRUE(parseJson(e.text, &e.doc, &error)) << error.toStdString();
+    EXPECT_EQ(schemaViolation(FileSchema::RawInfo, e.text), QString());
     return e;
 }
 
@@ -404,4 +410,35 @@ TEST(RawInfoRead, BadDensityIsReplacedByTheRuleOfTheSceneReader)
     const Export e = exportScene(*world);
     for (const Value& fixture : e.doc["body"][0]["fixture"].GetArray())
         EXPECT_EQ(decodeFloat(&fixture["density"], -1), fixture["name"] == "fine" ? 2.5f : 1.0f);
+}
+
+TEST(RawInfoRead, RecordsNamingMissingBodiesOrOddFilesResaveToTheSameModel)
+{
+    // Found by fuzzing: the body array's name is misspelt, so the joint and
+    // the image name bodies that do not exist, and the image's file name
+    // ends in a slash, which reading the saved scene cleans away.
+    const QByteArray input =
+        R"({"gravity":{"x":0,"y":-10},"allowSleep":true,"$ody":[{"name":"a","T\u000088033742uype":2,"position":0,)"
+        R"("awake":true,"fixtur":0,"fixture":[{"polygon":{"ver":{"x":[5,1],"y":[0,0]}}}]}],"joint":[{"type":"distance",)"
+        R"("bodyA":0,"odyB":1}],"image":[{"body":0,"file":"x.pn/","scale":2}]})";
+    LogCapture log;
+    rapidjson::Document doc;
+    ASSERT_TRUE(parseJson(input, &doc, nullptr));
+    auto world = createWorldFromRawInfo(doc, "t.json");
+    ASSERT_TRUE(world);
+    EXPECT_TRUE(world->bodies().empty());
+    EXPECT_TRUE(world->joints().empty());
+    EXPECT_TRUE(log.contains(LOG_WARNING, "Could not find body A for joint (body id 0)"));
+    ASSERT_EQ(world->images().size(), 1u);
+    EXPECT_EQ(world->images()[0]->body, nullptr);
+
+    QTemporaryDir dir;
+    const QString first = dir.filePath("first.plax");
+    ASSERT_TRUE(saveSceneFile(*world, first));
+    auto again = loadSceneFile(first);
+    ASSERT_TRUE(again);
+    const QString second = dir.filePath("second.plax");
+    ASSERT_TRUE(saveSceneFile(*again, second));
+    EXPECT_EQ(TestFiles::read(first).toStdString(), TestFiles::read(second).toStdString());
+    EXPECT_EQ(absoluteFileReference(*again, again->images()[0]->file), dir.filePath("x.pn"));
 }

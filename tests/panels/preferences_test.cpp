@@ -1,8 +1,10 @@
 // Every preference is written to the settings and read back by a new dialog
 // (a restart) and by the code that uses it.
 #include "app/autosave.h"
+#include "base/log.h"
 #include "base/settings.h"
 #include "geometry/decompositionsettings.h"
+#include "panels/messagelogpanel.h"
 #include "panels/preferencesdialog.h"
 #include "panels/tipsdialog.h"
 #include "player/mousedrag.h"
@@ -50,6 +52,7 @@ TEST(Preferences, EveryValuePersistsAcrossARestart)
         field<QSpinBox>(dialog, PreferenceKeys::kAutosaveMinutes)->setValue(17);
         field<QLineEdit>(dialog, SettingsKeys::kWorkingDirectory)->setText("/tmp");
         field<QCheckBox>(dialog, PreferenceKeys::kReusePlayerViews)->setChecked(true);
+        field<QCheckBox>(dialog, SettingsKeys::kDebugOutput)->setChecked(true);
         field<QSpinBox>(dialog, ScriptLimits::kTimeSettingsKey)->setValue(33);
         field<QDoubleSpinBox>(dialog, kMouseJointForceKey)->setValue(2500);
         field<QCheckBox>(dialog, TipsDialog::kShowAtStartupKey)->setChecked(false);
@@ -75,6 +78,8 @@ TEST(Preferences, EveryValuePersistsAcrossARestart)
     EXPECT_DOUBLE_EQ(settings->value(kMouseJointForceKey).toDouble(), 2500);
     EXPECT_DOUBLE_EQ(settings->value("editing/snaptranslatestep").toDouble(), 0.25);
     EXPECT_TRUE(settings->value("workspace/reuseexistingplayerviews").toBool());
+    EXPECT_TRUE(settings->value("workspace/debugoutput").toBool());
+    EXPECT_EQ(MessageLogPanel::startLevel(), LOG_DEBUG) << "the message log starts at DEBUG";
     EXPECT_EQ(settings->value("workspace/workingdirectory").toString(), "/tmp");
     EXPECT_FALSE(TipsDialog::showAtStartup());
 
@@ -91,6 +96,7 @@ TEST(Preferences, EveryValuePersistsAcrossARestart)
     EXPECT_EQ(field<QSpinBox>(again, PreferenceKeys::kAutosaveMinutes)->value(), 17);
     EXPECT_EQ(field<QLineEdit>(again, SettingsKeys::kWorkingDirectory)->text(), "/tmp");
     EXPECT_TRUE(field<QCheckBox>(again, PreferenceKeys::kReusePlayerViews)->isChecked());
+    EXPECT_TRUE(field<QCheckBox>(again, SettingsKeys::kDebugOutput)->isChecked());
     EXPECT_EQ(field<QSpinBox>(again, ScriptLimits::kTimeSettingsKey)->value(), 33);
     EXPECT_DOUBLE_EQ(field<QDoubleSpinBox>(again, kMouseJointForceKey)->value(), 2500);
     EXPECT_FALSE(field<QCheckBox>(again, TipsDialog::kShowAtStartupKey)->isChecked());

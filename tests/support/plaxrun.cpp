@@ -1,5 +1,7 @@
 #include "support/plaxrun.h"
 
+#include "support/schemacheck.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -64,5 +66,21 @@ PlaxRun PlaxSandbox::run(const QStringList& arguments, const QMap<QString, QStri
     result.out = QString::fromUtf8(process.readAllStandardOutput());
     result.err = QString::fromUtf8(process.readAllStandardError());
     result.log = QString::fromUtf8(read(QStringLiteral("plax.log")));
+    // What plax wrote must satisfy the schemas editors check files with.
+    // Devices and pipes ("-e /dev/stdout") are not files to read back.
+    for (qsizetype i = 0; result.exitCode == 0 && i + 1 < arguments.size(); ++i) {
+        const bool rawInfo = arguments[i] == QLatin1String("-e");
+        if (!rawInfo && arguments[i] != QLatin1String("-r"))
+            continue;
+        const QFileInfo output(QDir(m_dir.path()).absoluteFilePath(arguments[i + 1]));
+        if (!output.isFile())
+            continue;
+        const QString problem =
+            fileSchemaViolation(rawInfo ? FileSchema::RawInfo : FileSchema::Scene, output.absoluteFilePath());
+        if (!problem.isEmpty()) {
+            result.exitCode = kPlaxSchemaViolation;
+            result.err += QStringLiteral("\nschema violation: ") + problem;
+        }
+    }
     return result;
 }

@@ -15,6 +15,11 @@ struct PlaxRun
     QString log;    ///< plax.log written in the working directory
 };
 
+/// The exit code a run is given when plax exited with 0 but a file it wrote
+/// after "-e" (raw info) or "-r" (a scene) does not satisfy its JSON Schema
+/// (docs/schema); `err` then ends with the violation.
+constexpr int kPlaxSchemaViolation = 97;
+
 /// A scratch folder to run the plax binary in, with its own settings location.
 class PlaxSandbox
 {
@@ -27,7 +32,9 @@ public:
     /// Reads a file of the sandbox (empty when missing).
     QByteArray read(const QString& name) const;
     /// Runs plax with the arguments, in the sandbox as working directory,
-    /// with the variables of `environment` added to the environment.
+    /// with the variables of `environment` added to the environment. Every
+    /// raw-info export ("-e") and resaved scene ("-r") of a successful run
+    /// is checked against its JSON Schema (see kPlaxSchemaViolation).
     PlaxRun run(const QStringList& arguments, const QMap<QString, QString>& environment = {}) const;
     /// Writes one value into the application settings that plax reads when
     /// it runs in this sandbox.

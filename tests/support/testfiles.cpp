@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
 
@@ -17,6 +18,17 @@ QByteArray TestFiles::read(const QString& path)
 QString TestFiles::readText(const QString& path)
 {
     return QString::fromUtf8(read(path));
+}
+
+QMap<QString, QByteArray> TestFiles::filesUnder(const QString& folder)
+{
+    QMap<QString, QByteArray> files;
+    QDirIterator it(folder, QDir::Files | QDir::Hidden | QDir::NoDotAndDotDot, QDirIterator::Subdirectories);
+    while (it.hasNext()) {
+        const QString path = it.next();
+        files.insert(QDir(folder).relativeFilePath(path), read(path));
+    }
+    return files;
 }
 
 QString TestFiles::write(const QString& path, const QByteArray& bytes)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QMap>
 #include <QString>
 
 class MetaWorld;
@@ -12,6 +13,9 @@ namespace TestFiles
 QByteArray read(const QString& path);
 /// Reads a whole UTF-8 text file (empty when it is missing or unreadable).
 QString readText(const QString& path);
+/// Every file under a folder, hidden ones too, by path relative to the
+/// folder, with its bytes.
+QMap<QString, QByteArray> filesUnder(const QString& folder);
 /// Writes bytes to a file, creating its folder; fails the test on error.
 /// Returns the path.
 QString write(const QString& path, const QByteArray& bytes);
