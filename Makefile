@@ -8,6 +8,11 @@ EXAMPLE    ?= examples/demo.plax
 
 TRIAL_BUILD ?= build-trial
 
+# Compilations go through ccache when it is installed: a rebuild, or a build
+# in a fresh clone (.ci/run sets CCACHE_BASEDIR), reuses earlier results.
+CCACHE      := $(shell command -v ccache 2>/dev/null)
+CMAKE_FLAGS ?= $(if $(CCACHE),-DCMAKE_CXX_COMPILER_LAUNCHER=ccache -DCMAKE_C_COMPILER_LAUNCHER=ccache)
+
 # Every test is bounded: each has a CTest TIMEOUT (tests/CMakeLists.txt), and
 # --timeout bounds any test added without one.
 CTEST_FLAGS ?= --output-on-failure --timeout 120 -j $(JOBS)
@@ -26,7 +31,7 @@ deps:
 	@scripts/install-deps
 
 $(BUILD)/CMakeCache.txt: | deps
-	cmake -S . -B $(BUILD) -DCMAKE_BUILD_TYPE=RelWithDebInfo
+	cmake -S . -B $(BUILD) -DCMAKE_BUILD_TYPE=RelWithDebInfo $(CMAKE_FLAGS)
 
 build: deps $(BUILD)/CMakeCache.txt
 	cmake --build $(BUILD) -j $(JOBS)
@@ -53,7 +58,7 @@ test: build
 # undefined-behaviour sanitizers, with leak checking on. The leaks that
 # tests/lsan-suppressions.txt names are the libraries' own, not ours.
 test-sanitize: deps
-	cmake -S . -B $(ASAN_BUILD) -DCMAKE_BUILD_TYPE=Debug -DPLAX_SANITIZE=ON -DPLAX_BUILD_BENCH=OFF
+	cmake -S . -B $(ASAN_BUILD) -DCMAKE_BUILD_TYPE=Debug -DPLAX_SANITIZE=ON -DPLAX_BUILD_BENCH=OFF $(CMAKE_FLAGS)
 	cmake --build $(ASAN_BUILD) -j $(JOBS)
 	cd $(ASAN_BUILD) && QT_QPA_PLATFORM=offscreen ASAN_OPTIONS=detect_leaks=1 \
 	  LSAN_OPTIONS=suppressions=$(CURDIR)/tests/lsan-suppressions.txt:print_suppressions=0 ctest $(CTEST_FLAGS)
@@ -62,7 +67,7 @@ test-sanitize: deps
 # edition refuses and says (tests/app/edition*_test.cpp), nothing else.
 # Unoptimised, which builds in less than half the time.
 test-trial: deps
-	cmake -S . -B $(TRIAL_BUILD) -DCMAKE_BUILD_TYPE=Debug -DPLAX_TRIAL=ON -DPLAX_BUILD_BENCH=OFF
+	cmake -S . -B $(TRIAL_BUILD) -DCMAKE_BUILD_TYPE=Debug -DPLAX_TRIAL=ON -DPLAX_BUILD_BENCH=OFF $(CMAKE_FLAGS)
 	cmake --build $(TRIAL_BUILD) -j $(JOBS) --target plax app_edition_tests app_edition_gui_tests
 	cd $(TRIAL_BUILD) && QT_QPA_PLATFORM=offscreen ctest $(CTEST_FLAGS) -R '^app_edition'
 
