@@ -14,6 +14,7 @@
 #include <gtest/gtest.h>
 
 #include <QCheckBox>
+#include <QComboBox>
 #include <QLineEdit>
 #include <QTemporaryDir>
 #include <QtTest/QTest>
@@ -133,4 +134,21 @@ TEST_F(PropertiesTest, SamplerPathRowsSetEveryPathInOneStep)
     doc->undoStack().undo();
     EXPECT_EQ(sampler->paths[0].maxPoints, 40);
     EXPECT_EQ(sampler->paths[1].maxPoints, 30);
+}
+
+TEST_F(PropertiesTest, AChoiceWithoutValueSaysNotSetAndDifferingValuesSayMixed)
+{
+    // The example's "Role" choice: the ball has none, the crate and chassis differ.
+    run("getBody('ball').select();");
+    QComboBox* role = editor<QComboBox>("body/Role");
+    ASSERT_NE(role, nullptr);
+    EXPECT_EQ(role->currentIndex(), -1);
+    EXPECT_EQ(role->placeholderText(), "(not set)");
+
+    run("getBody('ball').deselect(); getBody('crate').select(); getBody('chassis').select();");
+    ASSERT_TRUE(waitFor([&] {
+        role = panel->findChild<QComboBox*>("body/Role");
+        return role && role->placeholderText() == "(mixed)";
+    }, 2000)) << "placeholder: " << (role ? role->placeholderText().toStdString() : "no combo");
+    EXPECT_EQ(role->currentIndex(), -1);
 }
