@@ -169,7 +169,7 @@ QWidget* PropertiesPanel::makeEditor(ItemKind kind, const PropertyDef& row, cons
     case PropertyDef::Type::Choice: {
         auto* combo = new QComboBox;
         combo->addItems(row.choices);
-        combo->setPlaceholderText(tr("(mixed)"));
+        combo->setPlaceholderText(mixed ? tr("(mixed)") : tr("(not set)"));
         combo->setCurrentIndex(mixed || !first.isValid() ? -1 : first.toInt());
         combo->setEnabled(editable);
         connect(combo, &QComboBox::activated, this, [this, kind, row](int index) { apply(kind, row, index); });

@@ -5,6 +5,7 @@
 #include "io/jsonstream.h"
 #include "io/jsontext.h"
 #include "iotestsupport.h"
+#include "support/testfiles.h"
 
 #include <gtest/gtest.h>
 
@@ -24,7 +25,7 @@ Streamed stream(const QByteArray& text)
 {
     QTemporaryDir dir;
     const QString path = dir.filePath("file.json");
-    EXPECT_TRUE(writeFile(path, text));
+    TestFiles::write(path, text);
     Streamed s;
     rapidjson::Document rest;
     s.ok = streamJsonFile(

@@ -6,13 +6,11 @@
 #include "sampling/samplerframe.h"
 
 #include "document/editordocument.h"
-#include "io/scenewriter.h"
 #include "model/metaworld.h"
 #include "script/selectionedits.h"
 
 #include <gtest/gtest.h>
 
-#include <QFile>
 #include <QTemporaryDir>
 
 namespace
@@ -26,14 +24,7 @@ protected:
     {
         return *static_cast<MetaBody*>(m_document.world().registry(ItemKind::Body).findByName(name));
     }
-    QByteArray saved()
-    {
-        const QString path = m_dir.filePath("s.plax");
-        EXPECT_TRUE(saveSceneFile(m_document.world(), path));
-        QFile file(path);
-        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-        return file.readAll();
-    }
+    QByteArray saved() { return TestFiles::savedScene(m_document.world(), m_dir.filePath("s.plax")); }
     QString lastText() { return m_document.undoStack().text(m_document.undoStack().count() - 1); }
 
     QTemporaryDir m_dir;

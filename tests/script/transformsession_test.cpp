@@ -3,7 +3,6 @@
 #include "scripttesting.h"
 
 #include "document/editordocument.h"
-#include "io/scenewriter.h"
 #include "model/metaworld.h"
 #include "script/hookevents.h"
 #include "script/scripthookdata.h"
@@ -12,7 +11,6 @@
 
 #include <gtest/gtest.h>
 
-#include <QFile>
 #include <QTemporaryDir>
 
 #include <cmath>
@@ -35,14 +33,7 @@ protected:
     {
         return *static_cast<MetaFixture*>(m_document.world().registry(ItemKind::Fixture).findByName(name));
     }
-    QByteArray saved()
-    {
-        const QString path = m_dir.filePath("s.plax");
-        EXPECT_TRUE(saveSceneFile(m_document.world(), path));
-        QFile file(path);
-        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-        return file.readAll();
-    }
+    QByteArray saved() { return TestFiles::savedScene(m_document.world(), m_dir.filePath("s.plax")); }
     QString lastText() { return m_document.undoStack().text(m_document.undoStack().count() - 1); }
     void select(ItemKind kind, std::vector<ItemId> ids) { SelectionEdits::setSelected(m_document, kind, ids, true); }
 
