@@ -1,5 +1,6 @@
 // Runs a program and writes the peak resident memory of that program alone,
-// in kilobytes, to a file: peak_memory RESULT PROGRAM [ARGUMENTS...].
+// in kilobytes, to a file, with its system time in seconds on a second line:
+// peak_memory RESULT PROGRAM [ARGUMENTS...].
 //
 // A process forked from a large one carries the large one's resident size
 // into its own peak (Linux keeps the high-water mark across exec), so the
@@ -29,7 +30,8 @@ int main(int argc, char* argv[])
     std::FILE* result = std::fopen(argv[1], "w");
     if (!result)
         return 2;
-    std::fprintf(result, "%ld\n", usage.ru_maxrss);
+    std::fprintf(result, "%ld\n%.6f\n", usage.ru_maxrss,
+                 double(usage.ru_stime.tv_sec) + double(usage.ru_stime.tv_usec) / 1e6);
     std::fclose(result);
     return WIFEXITED(status) ? WEXITSTATUS(status) : 2;
 }

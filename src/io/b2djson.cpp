@@ -137,7 +137,7 @@ void writeBody(const BuiltBody& built, const JsonEmitter& out, const ExportPrope
     // a Box2D 2.3 world (and so the games reading this) kept.
     const bool awake = body.GetType() == b2_staticBody && built.source ? built.source->awake : body.IsAwake();
     m.addBool("awake", awake);
-    m.addBool("active", body.IsEnabled());
+    m.addBool("active", built.enabled);
     m.addBool("fixedRotation", body.IsFixedRotation());
     b2MassData mass;
     body.GetMassData(&mass);

@@ -41,7 +41,7 @@ void BufferedFileOutput::cancel()
         static_cast<QSaveFile*>(m_file.get())->cancelWriting();
 }
 
-void BufferedFileOutput::write(const char* data, size_t length)
+void BufferedFileOutput::writeAcross(const char* data, size_t length)
 {
     while (length > 0) {
         if (m_used == kBufferSize)

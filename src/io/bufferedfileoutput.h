@@ -5,6 +5,7 @@
 #include <QFileDevice>
 
 #include <cstddef>
+#include <cstring>
 #include <memory>
 
 /// An output stream (in rapidjson's sense: Put and Flush) that collects
@@ -42,7 +43,15 @@ public:
         m_buffer[m_used++] = c;
     }
     /// Appends bytes.
-    void write(const char* data, size_t length);
+    void write(const char* data, size_t length)
+    {
+        if (length <= kBufferSize - m_used) {
+            std::memcpy(m_buffer.get() + m_used, data, length);
+            m_used += length;
+            return;
+        }
+        writeAcross(data, length);
+    }
     /// rapidjson's end-of-value hook; the bytes stay buffered.
     void Flush() {}
 
@@ -61,6 +70,8 @@ public:
 private:
     static constexpr size_t kBufferSize = size_t(1) << 16;
 
+    // Appends bytes that do not fit in what is left of the buffer.
+    void writeAcross(const char* data, size_t length);
     void drain();
     void cancel();
 

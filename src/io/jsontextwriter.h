@@ -2,6 +2,7 @@
 
 #include <rapidjson/writer.h>
 
+#include <array>
 #include <cstddef>
 #include <vector>
 
@@ -42,7 +43,13 @@ public:
     }
     bool String(const char* text, rapidjson::SizeType length, bool copy = false)
     {
-        return scalar([=, this] { return m_scalar.String(text, length, copy); });
+        if (!plain(text, length))
+            return scalar([=, this] { return m_scalar.String(text, length, copy); });
+        beforeValue(false);
+        m_out.Put('"');
+        putBytes(text, length);
+        m_out.Put('"');
+        return true;
     }
 
     bool StartObject()
@@ -59,8 +66,16 @@ public:
             m_out.Put(',');
         if (m_pretty)
             newline(m_levels.size());
-        m_scalar.Reset(m_out);
-        const bool ok = m_scalar.String(text, length, copy);
+        bool ok = true;
+        if (plain(text, length)) {
+            // What rapidjson writes for text that needs no escapes, in one go.
+            m_out.Put('"');
+            putBytes(text, length);
+            m_out.Put('"');
+        } else {
+            m_scalar.Reset(m_out);
+            ok = m_scalar.String(text, length, copy);
+        }
         m_out.Put(':');
         if (m_pretty)
             m_out.Put(' ');
@@ -132,12 +147,48 @@ private:
         ++level.count;
     }
 
+    // True for printable ASCII without quotes or backslashes: rapidjson
+    // writes such text as it is.
+    static bool plain(const char* text, size_t length)
+    {
+        for (size_t i = 0; i < length; ++i) {
+            const unsigned char c = static_cast<unsigned char>(text[i]);
+            if (c < 0x20 || c >= 0x7F || c == '"' || c == '\\')
+                return false;
+        }
+        return true;
+    }
+
+    void putBytes(const char* text, size_t length)
+    {
+        if constexpr (requires(OutputStream& out) { out.write(text, length); }) {
+            m_out.write(text, length);
+        } else {
+            for (size_t i = 0; i < length; ++i)
+                m_out.Put(text[i]);
+        }
+    }
+
     void newline(size_t depth)
     {
+        const size_t length = 1 + depth * 3;
+        if (length <= kIndent.size()) {
+            putBytes(kIndent.data(), length);
+            return;
+        }
         m_out.Put('\n');
         for (size_t i = 0; i < depth * 3; ++i)
             m_out.Put(' ');
     }
+
+    // A line break and the indentation of up to 32 levels, written in one go.
+    static constexpr std::array<char, 1 + 3 * 32> kIndent = [] {
+        std::array<char, 1 + 3 * 32> text{};
+        text[0] = '\n';
+        for (size_t i = 1; i < text.size(); ++i)
+            text[i] = ' ';
+        return text;
+    }();
 
     OutputStream& m_out;
     bool m_pretty;

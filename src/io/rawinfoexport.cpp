@@ -41,6 +41,7 @@ bool withWorldDump(WorldBuild& build, Use use)
 {
     static QMutex dumpMutex;
     QMutexLocker lock(&dumpMutex);
+    build.enableBodies();
     QTemporaryDir scratch;
     if (!scratch.isValid())
         return false;

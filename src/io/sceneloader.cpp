@@ -7,6 +7,7 @@
 #include "io/customrecord.h"
 #include "io/imagerecord.h"
 #include "io/jointrecord.h"
+#include "io/jsonstream.h"
 #include "io/jsontext.h"
 #include "io/objectrecord.h"
 #include "io/rawinfoscene.h"
@@ -45,6 +46,17 @@ void progress(const char* line)
 // Counts of records skipped for want of an id, per item kind.
 using SkipCounts = std::array<int, kItemKindCount>;
 
+// Calls read(record, id) for one record; a record without an id is counted instead.
+template <typename Read>
+void readRecord(const Value& record, ItemKind kind, SkipCounts* skipped, Read read)
+{
+    const ItemId id = readUint(record, "id", 0);
+    if (id == 0)
+        ++(*skipped)[size_t(kind)];
+    else
+        read(record, id);
+}
+
 // Calls read(record, id) for every record of an array member (or for a single
 // record object, as old files hold backing images); records without an id
 // are counted instead.
@@ -53,13 +65,7 @@ void readRecords(const Value* records, ItemKind kind, SkipCounts* skipped, Read 
 {
     if (!records)
         return;
-    auto one = [&](const Value& record) {
-        const ItemId id = readUint(record, "id", 0);
-        if (id == 0)
-            ++(*skipped)[size_t(kind)];
-        else
-            read(record, id);
-    };
+    auto one = [&](const Value& record) { readRecord(record, kind, skipped, read); };
     if (records->IsArray()) {
         for (const Value& record : records->GetArray())
             one(record);
@@ -80,7 +86,10 @@ QString skippedText(const SkipCounts& skipped)
     return text;
 }
 
-std::unique_ptr<MetaWorld> loadScene(const Value& metaworld, const QString& path)
+// The scene of a metaworld object into `world`, which may hold the bodies
+// read already while the file was parsed (their skipped records counted).
+std::unique_ptr<MetaWorld> loadScene(const Value& metaworld, const QString& path, std::unique_ptr<MetaWorld> world,
+                                     SkipCounts skipped)
 {
     progress(" File appears to be a .plax file");
     progress(" Creating world");
@@ -88,7 +97,6 @@ std::unique_ptr<MetaWorld> loadScene(const Value& metaworld, const QString& path
         plaxLog(LOG_ERROR, tr("Failed to create world from JSON value for '%1'.").arg(path));
         return nullptr;
     }
-    auto world = std::make_unique<MetaWorld>();
     readWorldSettings(metaworld, &world->settings);
     readExportOptions(jsonMember(metaworld, "exportOptions"), &world->exportOptions);
     readDisplayOptions(jsonMember(metaworld, "displayOptions"), &world->displayOptions);
@@ -97,7 +105,6 @@ std::unique_ptr<MetaWorld> loadScene(const Value& metaworld, const QString& path
     world->customPropertyDefs = readCustomPropertyDefs(jsonMember(metaworld, "customPropertyDefs"));
     readCustomProperties(jsonMember(metaworld, "customProperties"), &world->customProperties);
 
-    SkipCounts skipped{};
     MetaWorld& w = *world;
     progress(" Loading bodies");
     int* skippedFixtures = &skipped[size_t(ItemKind::Fixture)];
@@ -175,20 +182,29 @@ std::unique_ptr<MetaWorld> loadSceneFile(const QString& path)
         return nullptr;
     }
     plaxLog(LOG_DEBUG, " Opened file OK");
-    QByteArray data = file.readAll();
     file.close();
 
-    // Parsed in place: the document's strings point into data, which outlives it.
+    // Parsed from the file a piece at a time: the bodies, the bulk of a big
+    // scene, go into the model record by record as the parser reads them;
+    // the rest becomes a small document read below.
+    auto world = std::make_unique<MetaWorld>();
+    SkipCounts skipped{};
+    MetaWorld& w = *world;
+    int* skippedFixtures = &skipped[size_t(ItemKind::Fixture)];
+    const auto body = [&](const Value& record) {
+        readRecord(record, ItemKind::Body, &skipped,
+                   [&](const Value& r, ItemId id) { readBodyRecord(w, r, id, skippedFixtures); });
+    };
     rapidjson::Document document;
     QString parseError;
-    if (!parseJsonInPlace(data, &document, &parseError)) {
+    if (!streamJsonFile(path, "metaworld", "metabody", body, &document, &parseError)) {
         plaxLog(LOG_ERROR, tr("Failed to parse JSON from file '%1' : %2").arg(path, parseError));
         return nullptr;
     }
     plaxLog(LOG_DEBUG, " Parsed file OK");
 
     const Value* metaworld = jsonMember(document, "metaworld");
-    std::unique_ptr<MetaWorld> world = metaworld ? loadScene(*metaworld, path) : loadRawInfo(document, path);
+    world = metaworld ? loadScene(*metaworld, path, std::move(world), skipped) : loadRawInfo(document, path);
     // Relative file references of the items are relative to this folder.
     if (world)
         world->referenceFolder = QFileInfo(path).absolutePath();

@@ -12,6 +12,7 @@ target_sources(plaxcore PRIVATE
   io/imagerecord.cpp io/imagerecord.h
   io/jointrecord.cpp io/jointrecord.h
   io/jsonemitter.cpp io/jsonemitter.h
+  io/jsonstream.cpp io/jsonstream.h
   io/jsonsink.h
   io/jsontext.cpp io/jsontext.h
   io/jsontextwriter.h

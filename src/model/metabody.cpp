@@ -35,6 +35,15 @@ Vec2 bodyToWorld(const MetaBody* body, Vec2 local)
     return body ? body->position + rotated(local, body->angle) : local;
 }
 
+BodyFrame::BodyFrame(const MetaBody* body) : m_body(body != nullptr)
+{
+    if (body) {
+        m_position = body->position;
+        m_cos = std::cos(body->angle);
+        m_sin = std::sin(body->angle);
+    }
+}
+
 Vec2 worldToBody(const MetaBody* body, Vec2 world)
 {
     return body ? rotated(world - body->position, -body->angle) : world;

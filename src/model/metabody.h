@@ -56,3 +56,25 @@ private:
 Vec2 bodyToWorld(const MetaBody* body, Vec2 local);
 /// A world point in body coordinates (unchanged without a body).
 Vec2 worldToBody(const MetaBody* body, Vec2 world);
+
+/// bodyToWorld for many points of one body: the angle's cosine and sine are
+/// worked out once, and each point comes out exactly as bodyToWorld gives it.
+class BodyFrame
+{
+public:
+    /// The frame of a body (the identity without one).
+    explicit BodyFrame(const MetaBody* body);
+    /// A point in body coordinates in world coordinates.
+    Vec2 toWorld(Vec2 local) const
+    {
+        if (!m_body)
+            return local;
+        return m_position + Vec2{m_cos * local.x - m_sin * local.y, m_sin * local.x + m_cos * local.y};
+    }
+
+private:
+    bool m_body = false;
+    Vec2 m_position;
+    float m_cos = 1;
+    float m_sin = 0;
+};

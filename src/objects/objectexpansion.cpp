@@ -47,6 +47,8 @@ std::unique_ptr<ExpandedWorld> buildExportWorld(const EditorDocument& scene, Obj
     const bool wasSuppressed = AppFlags::setSuppressRefusalDialogs(true);
 
     result->m_build = std::make_unique<WorldBuild>(world);
+    // The world is written, never stepped: no collision search is needed.
+    result->m_build->skipBroadPhase();
     result->m_build->addScene(world);
     result->m_plan = std::make_unique<ExpansionPlan>(scene, cache);
 

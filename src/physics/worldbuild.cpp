@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <unordered_map>
 
 namespace
@@ -88,9 +89,13 @@ void applyMassOverride(b2Body* b2body, const MetaBody& body, const Placement& p,
     b2body->SetMassData(&mass);
 }
 
+// The body's fixtures are gathered in `pieces` (kept from body to body) and
+// then copied into a vector of their exact number: growing each body's own
+// vector by doubling left, over a whole scene, megabytes of unused room.
 void buildFixtures(BuiltBody& built, const MetaBody& body, const Placement& p, const QString& prefix,
-                   DecompositionMethod method)
+                   DecompositionMethod method, std::vector<BuiltFixture>& pieces)
 {
+    pieces.clear();
     for (const auto& fixture : body.fixtures()) {
         const QString description = fixture->description();
         std::unique_ptr<MetaFixture> placed;
@@ -108,15 +113,20 @@ void buildFixtures(BuiltBody& built, const MetaBody& body, const Placement& p, c
             for (b2Fixture* f : shape.createdFixtures) {
                 const bool twin = std::find(shape.reverseChainTwins.begin(), shape.reverseChainTwins.end(), f) !=
                                   shape.reverseChainTwins.end();
-                built.fixtures.push_back({f, fixture.get(), prefixed(prefix, fixture->name()), twin});
+                pieces.push_back({f, fixture.get(), prefixed(prefix, fixture->name()), twin});
             }
             if (placed)
                 continue;
-            // The scene's own shapes keep no pointers into a world they do not own.
+            // The scene's own shapes keep no pointers into a world they do not
+            // own, nor the room that held them (a scene has many shapes).
             shape.createdFixtures.clear();
+            shape.createdFixtures.shrink_to_fit();
             shape.reverseChainTwins.clear();
+            shape.reverseChainTwins.shrink_to_fit();
         }
     }
+    built.fixtures.assign(std::make_move_iterator(pieces.begin()), std::make_move_iterator(pieces.end()));
+    pieces.clear();
 }
 } // namespace
 
@@ -148,13 +158,20 @@ WorldBuild::~WorldBuild()
 void WorldBuild::addScene(const MetaWorld& scene, const Placement& placement, const QString& namePrefix)
 {
     std::unordered_map<const MetaBody*, int> indexOf;
+    indexOf.reserve(scene.bodies().size());
+    if (m_bodies.empty())
+        m_bodies.reserve(scene.bodies().size()); // placed objects' bodies later grow it as usual
+    std::vector<BuiltFixture> pieces;
     for (const auto& body : scene.bodies()) {
         BuiltBody built;
         built.source = body.get();
         built.name = prefixed(namePrefix, body->name());
-        const b2BodyDef def = bodyDefFor(*body, placement);
+        b2BodyDef def = bodyDefFor(*body, placement);
+        built.enabled = def.enabled;
+        if (m_skipBroadPhase)
+            def.enabled = false;
         built.body = m_world->CreateBody(&def);
-        buildFixtures(built, *body, placement, namePrefix, m_method);
+        buildFixtures(built, *body, placement, namePrefix, m_method, pieces);
         settleBodyMass(built.body, built.name);
         applyMassOverride(built.body, *body, placement, built.name);
         indexOf[body.get()] = int(m_bodies.size());
@@ -192,6 +209,14 @@ void WorldBuild::addScene(const MetaWorld& scene, const Placement& placement, co
         built.placed = placedImage(*image, placement, onBody);
         built.name = prefixed(namePrefix, image->name());
         m_images.push_back(std::move(built));
+    }
+}
+
+void WorldBuild::enableBodies()
+{
+    for (const BuiltBody& built : m_bodies) {
+        if (built.enabled && !built.body->IsEnabled())
+            built.body->SetEnabled(true);
     }
 }
 

@@ -35,6 +35,9 @@ struct BuiltBody
     const MetaBody* source = nullptr;
     QString name;
     std::vector<BuiltFixture> fixtures;
+    /// Whether the body is enabled ("active") in the scene; the Box2D body
+    /// stays disabled until enableBodies() when the broad phase is skipped.
+    bool enabled = true;
 };
 
 /// One Box2D joint with the scene values it was made from, after placement
@@ -73,6 +76,15 @@ public:
     WorldBuild(const WorldBuild&) = delete;
     WorldBuild& operator=(const WorldBuild&) = delete;
 
+    /// Makes the bodies added from now on without their broad-phase proxies
+    /// (they are made disabled, their scene flag kept in BuiltBody::enabled):
+    /// a world that is only written out needs no collision search, whose
+    /// tree costs time and memory growing faster than the scene.
+    void skipBroadPhase() { m_skipBroadPhase = true; }
+    /// Enables the bodies that are enabled in the scene (making their
+    /// proxies), as Box2D's own dump of the world needs them.
+    void enableBodies();
+
     /// Adds a scene's bodies (with fixtures), joints and images, placed by the
     /// placement and named with the prefix. Joints whose bodies are missing
     /// are skipped with a warning. A body's mass is computed once it has all
@@ -95,6 +107,7 @@ public:
 private:
     std::unique_ptr<b2World> m_world;
     DecompositionMethod m_method;
+    bool m_skipBroadPhase = false;
     std::vector<BuiltBody> m_bodies;
     std::vector<BuiltJoint> m_joints;
     std::vector<BuiltImage> m_images;

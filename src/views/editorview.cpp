@@ -75,7 +75,7 @@ EditorView::EditorView(EditorDocument& document, std::shared_ptr<TextureCache> t
     m_fitPending = true;
     m_showLabels = openAppSettings()->value(QLatin1String(kShowLabelsKey), true).toBool();
     m_tool = std::make_unique<SelectTool>(*this);
-    connect(&document.undoStack(), &QUndoStack::indexChanged, this, [this] { sceneChanged(); });
+    connect(&document.undoStack(), &QUndoStack::indexChanged, this, [this] { sceneEdited(); });
 }
 
 EditorView::~EditorView()
@@ -123,6 +123,12 @@ void EditorView::fitToScene()
 
 void EditorView::sceneChanged()
 {
+    m_updater.invalidate();
+    sceneEdited();
+}
+
+void EditorView::sceneEdited()
+{
     m_geometryDirty = true;
     m_typicalSizeDirty = true;
     m_picker.clear();
@@ -131,7 +137,7 @@ void EditorView::sceneChanged()
 
 void EditorView::previewChanged()
 {
-    sceneChanged();
+    sceneEdited();
 }
 
 int EditorView::wantedCircleSegments() const
@@ -154,10 +160,20 @@ const SceneGeometry& EditorView::geometry()
             m_typicalFixtureSize = SceneGeometry::measureTypicalFixtureSize(document().world());
             m_typicalSizeDirty = false;
         }
-        SceneGeometry::rebuild(m_geometry, document().world(), document().selection(), m_colors, document().filePath(),
-                               wantedCircleSegments());
+        const GeometryChange change = m_updater.update(m_geometry, document().world(), document().selection(),
+                                                       m_colors, document().filePath(), wantedCircleSegments());
         m_buildMs = double(timer.nsecsElapsed()) / 1e6;
         m_geometryDirty = false;
+        // Changes wait for the next frame's upload; a full one replaces them.
+        if (change.full || m_pendingChange.full) {
+            m_pendingChange = GeometryChange{};
+        } else {
+            GeometryChange& p = m_pendingChange;
+            p.triangles.insert(p.triangles.end(), change.triangles.begin(), change.triangles.end());
+            p.lines.insert(p.lines.end(), change.lines.begin(), change.lines.end());
+            p.touch(change.lo);
+            p.touch(change.hi);
+        }
         m_uploadDirty = true;
     }
     return m_geometry;
@@ -228,6 +244,7 @@ void EditorView::initializeGL()
 {
     m_renderer.initialize();
     m_uploadDirty = true;
+    m_pendingChange = GeometryChange{};
     connect(context(), &QOpenGLContext::aboutToBeDestroyed, this, [this] { cleanupGL(); });
 }
 
@@ -255,10 +272,15 @@ void EditorView::paintGL()
         return;
     adoptScriptedView();
     geometry();
-    if (m_textures && m_textures->refresh())
+    if (m_textures && m_textures->refresh()) {
+        // A changed picture file: everything is uploaded and drawn again.
+        m_pendingChange = GeometryChange{};
         m_uploadDirty = true;
+    }
     if (m_uploadDirty) {
-        m_renderer.upload(m_geometry, *m_textures);
+        m_renderer.update(m_geometry, m_pendingChange, *m_textures);
+        m_pendingChange = GeometryChange{};
+        m_pendingChange.full = false;
         m_uploadDirty = false;
     }
     m_renderer.paint(m_camera, m_colors, document().editorState().cursor, defaultFramebufferObject());

@@ -4,6 +4,7 @@
 #include "editing/editmode.h"
 #include "views/documentview.h"
 #include "views/labelpainter.h"
+#include "views/scenegeometryupdate.h"
 #include "views/scenepicker.h"
 #include "views/scenerenderer.h"
 #include "views/snapping.h"
@@ -43,8 +44,11 @@ public:
     void zoomToFit();
     /// Sets the camera directly (centre and shown height).
     void setView(Vec2 center, float height);
-    /// Rebuilds the drawing on the next frame (after changes that the undo stack does not show, like a reload).
+    /// Rebuilds the whole drawing on the next frame (after changes that the undo stack does not show, like a reload).
     void sceneChanged();
+    /// Brings the drawing up to date on the next frame, drawing again only
+    /// what changed (the undo stack moved, a tool's preview changed the scene).
+    void sceneEdited();
     /// The current drawing of the scene (built now if out of date).
     const SceneGeometry& geometry();
     /// The picker of the scene as drawn now (built now if out of date).
@@ -59,6 +63,8 @@ public:
     size_t lastDrawnVertices() const { return m_renderer.drawnVertices(); }
     /// Milliseconds the last geometry build took.
     double lastBuildMilliseconds() const { return m_buildMs; }
+    /// Parts of the drawing the last build drew (every part when it drew all).
+    size_t lastPartsDrawn() const { return m_updater.lastPartsDrawn(); }
 
     /// The document's edit mode.
     EditMode editMode() const;
@@ -144,6 +150,8 @@ private:
     float m_writtenHeight = 0;
     SceneRenderer m_renderer;
     SceneGeometry m_geometry;
+    SceneGeometryUpdater m_updater;
+    GeometryChange m_pendingChange; ///< changes not yet uploaded
     ScenePicker m_picker;
     std::unique_ptr<ViewTool> m_tool;
     std::unique_ptr<ViewTool> m_retiredTool;

@@ -11,6 +11,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
+#include <unordered_map>
 
 namespace
 {
@@ -34,30 +36,83 @@ void PlayerGeometry::clear()
     m_images.clear();
 }
 
+void PlayerGeometry::index(const SceneGeometry& local, const std::vector<BodyVertexRange>& ranges, Detail& detail)
+{
+    detail = Detail{};
+    detail.ranges.reserve(ranges.size());
+    detail.vertices.reserve(local.triangles.size() / 2 + local.lines.size() / 2);
+    detail.triangles.reserve(local.triangles.size());
+    detail.lines.reserve(local.lines.size());
+    // Corners are shared within a body when every byte is the same (same
+    // place, offset and colour), so drawing them shared looks the same.
+    struct Key
+    {
+        const GeomVertex* v;
+        bool operator==(const Key& o) const { return std::memcmp(v, o.v, sizeof(GeomVertex)) == 0; }
+    };
+    struct Hash
+    {
+        size_t operator()(const Key& k) const
+        {
+            std::uint32_t w[5];
+            std::memcpy(w, k.v, sizeof(w));
+            std::uint64_t h = 0x9E3779B97F4A7C15ull;
+            for (std::uint32_t x : w)
+                h = (h ^ x) * 0x100000001B3ull;
+            return size_t(h ^ (h >> 29));
+        }
+    };
+    static_assert(sizeof(GeomVertex) == 20, "corners are compared byte by byte");
+    std::unordered_map<Key, std::uint32_t, Hash> seen;
+    for (const BodyVertexRange& range : ranges) {
+        BodyRange body;
+        body.firstVertex = std::uint32_t(detail.vertices.size());
+        seen.clear();
+        const auto corner = [&](const GeomVertex& v) {
+            const auto [it, added] = seen.emplace(Key{&v}, std::uint32_t(detail.vertices.size()));
+            if (added)
+                detail.vertices.push_back(v);
+            return it->second;
+        };
+        body.firstTriangle = std::uint32_t(detail.triangles.size());
+        for (size_t k = 0; k < range.triangleCount; ++k)
+            detail.triangles.push_back(corner(local.triangles[range.firstTriangle + k]));
+        body.triangleCount = std::uint32_t(detail.triangles.size()) - body.firstTriangle;
+        body.firstLine = std::uint32_t(detail.lines.size());
+        for (size_t k = 0; k < range.lineCount; ++k)
+            detail.lines.push_back(corner(local.lines[range.firstLine + k]));
+        body.lineCount = std::uint32_t(detail.lines.size()) - body.firstLine;
+        body.vertexCount = std::uint32_t(detail.vertices.size()) - body.firstVertex;
+        detail.ranges.push_back(body);
+    }
+}
+
 void PlayerGeometry::build(const PlayerWorld& world, const ViewColors& colors, const QString& sceneFilePath)
 {
     clear();
     std::vector<const MetaBody*> bodies;
     for (const BuiltBody& built : world.build().bodies())
         bodies.push_back(built.source);
-    SceneGeometry::buildBodiesLocal(m_full.local, bodies, colors, ShapeTessellator::kCircleSegments, &m_full.ranges);
-    SceneGeometry::buildBodiesLocal(m_coarse.local, bodies, colors, ShapeTessellator::kCoarseCircleSegments,
-                                    &m_coarse.ranges);
+    {
+        SceneGeometry local;
+        std::vector<BodyVertexRange> ranges;
+        SceneGeometry::buildBodiesLocal(local, bodies, colors, ShapeTessellator::kCircleSegments, &ranges);
+        index(local, ranges, m_full);
+        SceneGeometry::buildBodiesLocal(local, bodies, colors, ShapeTessellator::kCoarseCircleSegments, &ranges);
+        index(local, ranges, m_coarse);
+    }
     // How far each body's drawing reaches from its origin, for culling.
     m_reach.assign(m_full.ranges.size(), 0.f);
     for (size_t i = 0; i < m_full.ranges.size(); ++i) {
-        const BodyVertexRange& range = m_full.ranges[i];
+        const BodyRange& range = m_full.ranges[i];
         float reach = 0;
-        const auto widen = [&reach](const GeomVertex& v) {
+        for (size_t k = 0; k < range.vertexCount; ++k) {
             // Markers and rounded outlines add pixels; those are allowed for when culling.
+            const GeomVertex& v = m_full.vertices[range.firstVertex + k];
             const float d = std::hypot(v.x, v.y);
             if (std::isfinite(d))
                 reach = std::max(reach, d);
-        };
-        for (size_t k = 0; k < range.triangleCount; ++k)
-            widen(m_full.local.triangles[range.firstTriangle + k]);
-        for (size_t k = 0; k < range.lineCount; ++k)
-            widen(m_full.local.lines[range.firstLine + k]);
+        }
         m_reach[i] = reach;
     }
     std::vector<float> sizes;
@@ -96,6 +151,9 @@ void PlayerGeometry::place(const PlayerWorld& world, const PlayerDisplayToggles&
     frame.images.clear();
     frame.labels.clear();
     frame.chunks.clear();
+    frame.sharedVertices.clear();
+    frame.sharedTriangles.clear();
+    frame.sharedLines.clear();
     frame.lo = {INFINITY, INFINITY};
     frame.hi = {-INFINITY, -INFINITY};
     const auto grow = [&frame](Vec2 p) {
@@ -138,7 +196,7 @@ void PlayerGeometry::place(const PlayerWorld& world, const PlayerDisplayToggles&
         }
         // Count first, then write in place: no growing vectors in the frame loop.
         std::vector<unsigned char> inSight(bodies, 0);
-        size_t triangleCount = 0, lineCount = 0;
+        size_t vertexCount = 0, triangleCount = 0, lineCount = 0;
         for (size_t i = 0; i < bodies; ++i) {
             const b2Body* body = world.body(i);
             if (!body)
@@ -148,21 +206,19 @@ void PlayerGeometry::place(const PlayerWorld& world, const PlayerDisplayToggles&
             if (!(p.x + r >= viewLo.x && p.x - r <= viewHi.x && p.y + r >= viewLo.y && p.y - r <= viewHi.y))
                 continue;
             inSight[i] = 1;
+            vertexCount += detail.ranges[i].vertexCount;
             triangleCount += detail.ranges[i].triangleCount;
             lineCount += detail.ranges[i].lineCount;
         }
-        frame.triangles.resize(triangleCount);
-        frame.lines.resize(lineCount);
-        GeomVertex* triangle = frame.triangles.data();
-        GeomVertex* line = frame.lines.data();
-        const auto copyPlaced = [](const b2Transform& t, const GeomVertex* from, size_t count, GeomVertex* to) {
-            for (size_t k = 0; k < count; ++k) {
-                GeomVertex v = from[k];
-                const float x = v.x, y = v.y;
-                v.x = t.p.x + t.q.c * x - t.q.s * y;
-                v.y = t.p.y + t.q.s * x + t.q.c * y;
-                to[k] = v;
-            }
+        frame.sharedVertices.resize(vertexCount);
+        frame.sharedTriangles.resize(triangleCount);
+        frame.sharedLines.resize(lineCount);
+        GeomVertex* vertex = frame.sharedVertices.data();
+        std::uint32_t* triangle = frame.sharedTriangles.data();
+        std::uint32_t* line = frame.sharedLines.data();
+        const auto copyIndices = [](const std::uint32_t* from, size_t count, std::uint32_t shift, std::uint32_t* to) {
+            for (size_t k = 0; k < count; ++k)
+                to[k] = from[k] + shift;
         };
         for (size_t i = 0; i < bodies; ++i) {
             const b2Body* body = world.body(i);
@@ -172,9 +228,21 @@ void PlayerGeometry::place(const PlayerWorld& world, const PlayerDisplayToggles&
             grow({t.p.x, t.p.y});
             if (!inSight[i])
                 continue;
-            const BodyVertexRange& range = detail.ranges[i];
-            copyPlaced(t, detail.local.triangles.data() + range.firstTriangle, range.triangleCount, triangle);
-            copyPlaced(t, detail.local.lines.data() + range.firstLine, range.lineCount, line);
+            const BodyRange& range = detail.ranges[i];
+            const GeomVertex* from = detail.vertices.data() + range.firstVertex;
+            for (size_t k = 0; k < range.vertexCount; ++k) {
+                GeomVertex v = from[k];
+                const float x = v.x, y = v.y;
+                v.x = t.p.x + t.q.c * x - t.q.s * y;
+                v.y = t.p.y + t.q.s * x + t.q.c * y;
+                vertex[k] = v;
+            }
+            // Shifted from the body's place in the detail to its place in the frame.
+            const std::uint32_t shift =
+                std::uint32_t(vertex - frame.sharedVertices.data()) - range.firstVertex;
+            copyIndices(detail.triangles.data() + range.firstTriangle, range.triangleCount, shift, triangle);
+            copyIndices(detail.lines.data() + range.firstLine, range.lineCount, shift, line);
+            vertex += range.vertexCount;
             triangle += range.triangleCount;
             line += range.lineCount;
         }

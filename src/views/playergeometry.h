@@ -35,12 +35,29 @@ private:
         float renderOrder = 0;
     };
 
-    // One level of detail: the bodies' drawings and where each body's are.
+    // Where one body's drawing lies in a detail's arrays.
+    struct BodyRange
+    {
+        std::uint32_t firstVertex = 0;
+        std::uint32_t vertexCount = 0;
+        std::uint32_t firstTriangle = 0;  ///< first index of its triangles
+        std::uint32_t triangleCount = 0;  ///< indices of its triangles
+        std::uint32_t firstLine = 0;
+        std::uint32_t lineCount = 0;
+    };
+
+    // One level of detail: the bodies' drawings in their own coordinates,
+    // each distinct corner stored once and the triangles and lines as
+    // indices of the corners, and where each body's are.
     struct Detail
     {
-        SceneGeometry local;
-        std::vector<BodyVertexRange> ranges;
+        std::vector<GeomVertex> vertices;
+        std::vector<std::uint32_t> triangles;
+        std::vector<std::uint32_t> lines;
+        std::vector<BodyRange> ranges;
     };
+
+    static void index(const SceneGeometry& local, const std::vector<BodyVertexRange>& ranges, Detail& detail);
 
     Detail m_full;
     Detail m_coarse;

@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 
 namespace
 {
@@ -47,13 +48,14 @@ bool bodyBox(const MetaBody& body, Vec2* lo, Vec2* hi, float* typicalSize)
 {
     *lo = body.position;
     *hi = body.position;
+    const BodyFrame frame(&body);
     for (const auto& fixture : body.fixtures()) {
         float radius = 0;
         for (const MetaShape& shape : fixture->shapes())
             radius = std::max(radius, std::isfinite(shape.radius()) ? std::fabs(shape.radius()) : 0.f);
         Vec2 flo{INFINITY, INFINITY}, fhi{-INFINITY, -INFINITY};
         for (const Vec2& v : fixture->vertices()) {
-            const Vec2 p = bodyToWorld(&body, v);
+            const Vec2 p = frame.toWorld(v);
             flo = {std::min(flo.x, p.x - radius), std::min(flo.y, p.y - radius)};
             fhi = {std::max(fhi.x, p.x + radius), std::max(fhi.y, p.y + radius)};
         }
@@ -76,67 +78,34 @@ public:
         m_shapes.setCoarse(m_coarse);
     }
 
-    // Draws the scene's own items, bodies grouped into chunks by region.
-    void scene(const MetaWorld& world, const Selection& selection, const QString& filePath)
+    // Draws one part of the scene's own items as one chunk.
+    void part(const MetaWorld& world, const Selection& selection, const QString& filePath, ScenePart part,
+              const std::vector<std::uint32_t>* bodies, size_t index)
     {
         const Placement identity;
         chunkStart();
-        images(world, &selection, identity, filePath);
+        switch (part) {
+        case ScenePart::Images: images(world, &selection, identity, filePath); break;
+        case ScenePart::Region:
+            if (bodies) {
+                for (std::uint32_t i : *bodies)
+                    body(*world.bodies()[i], &selection, identity);
+            }
+            break;
+        case ScenePart::Joints:
+            for (const auto& joint : world.joints())
+                this->joint(*joint, &selection, identity);
+            break;
+        case ScenePart::Samplers:
+            for (const auto& sampler : world.samplers())
+                this->sampler(*sampler, selection, filePath);
+            break;
+        case ScenePart::Object:
+            if (index < world.objects().size())
+                object(*world.objects()[index], &selection, identity, 0);
+            break;
+        }
         chunkEnd();
-
-        // Bodies by region: a grid over the bodies' boxes, about 150 bodies a cell.
-        const auto& bodies = world.bodies();
-        std::vector<Vec2> centres(bodies.size());
-        std::vector<bool> placed(bodies.size(), false);
-        std::vector<float> sizes;
-        Vec2 lo{INFINITY, INFINITY}, hi{-INFINITY, -INFINITY};
-        for (size_t i = 0; i < bodies.size(); ++i) {
-            Vec2 blo, bhi;
-            float size = 0;
-            if (!bodyBox(*bodies[i], &blo, &bhi, &size))
-                continue;
-            if (size > 0)
-                sizes.push_back(size);
-            placed[i] = true;
-            centres[i] = {(blo.x + bhi.x) / 2, (blo.y + bhi.y) / 2};
-            lo = {std::min(lo.x, centres[i].x), std::min(lo.y, centres[i].y)};
-            hi = {std::max(hi.x, centres[i].x), std::max(hi.y, centres[i].y)};
-        }
-        if (!sizes.empty()) {
-            std::nth_element(sizes.begin(), sizes.begin() + long(sizes.size() / 2), sizes.end());
-            m_target.typicalFixtureSize = sizes[sizes.size() / 2];
-        }
-        const int side = std::clamp(int(std::ceil(std::sqrt(double(bodies.size()) / 150.0))), 1, 64);
-        std::vector<std::vector<size_t>> cells(size_t(side) * size_t(side));
-        const double width = std::max(double(hi.x) - lo.x, 1e-9), height = std::max(double(hi.y) - lo.y, 1e-9);
-        for (size_t i = 0; i < bodies.size(); ++i) {
-            if (!placed[i])
-                continue;
-            const int cx = std::clamp(int((double(centres[i].x) - lo.x) / width * side), 0, side - 1);
-            const int cy = std::clamp(int((double(centres[i].y) - lo.y) / height * side), 0, side - 1);
-            cells[size_t(cy) * size_t(side) + size_t(cx)].push_back(i);
-        }
-        for (const std::vector<size_t>& cell : cells) {
-            if (cell.empty())
-                continue;
-            chunkStart();
-            for (size_t i : cell)
-                body(*bodies[i], &selection, identity);
-            chunkEnd();
-        }
-        chunkStart();
-        for (const auto& joint : world.joints())
-            this->joint(*joint, &selection, identity);
-        chunkEnd();
-        chunkStart();
-        for (const auto& sampler : world.samplers())
-            this->sampler(*sampler, selection, filePath);
-        chunkEnd();
-        for (const auto& object : world.objects()) {
-            chunkStart();
-            this->object(*object, &selection, identity, 0);
-            chunkEnd();
-        }
     }
 
     // Draws a world's items placed by `placement`; `selection` is null for object contents (dimmed).
@@ -166,18 +135,44 @@ private:
         m_chunk.lineCount = int(m_target.lines.size()) - m_chunk.firstLine;
         if (m_chunk.triangleCount == 0 && m_chunk.lineCount == 0)
             return;
+        if (m_chunk.triangleCount + m_chunk.lineCount <= SceneGeometry::kLargestChunk) {
+            pushChunk(m_chunk);
+            return;
+        }
+        // A huge part (an outline of many thousand corners) goes in pieces,
+        // triangles first, so that a view draws the pieces it can see.
+        const int piece = SceneGeometry::kLargestChunk;
+        for (int first = 0; first < m_chunk.triangleCount; first += piece) {
+            GeomChunk part;
+            part.firstTriangle = m_chunk.firstTriangle + first;
+            part.triangleCount = std::min(piece, m_chunk.triangleCount - first);
+            part.firstLine = m_chunk.firstLine;
+            pushChunk(part);
+        }
+        for (int first = 0; first < m_chunk.lineCount; first += piece) {
+            GeomChunk part;
+            part.firstTriangle = m_chunk.firstTriangle + m_chunk.triangleCount;
+            part.firstLine = m_chunk.firstLine + first;
+            part.lineCount = std::min(piece, m_chunk.lineCount - first);
+            pushChunk(part);
+        }
+    }
+
+    // Adds a chunk with the box of its vertices.
+    void pushChunk(GeomChunk chunk)
+    {
         Vec2 lo{INFINITY, INFINITY}, hi{-INFINITY, -INFINITY};
         const auto grow = [&](const GeomVertex& v) {
             lo = {std::min(lo.x, v.x), std::min(lo.y, v.y)};
             hi = {std::max(hi.x, v.x), std::max(hi.y, v.y)};
         };
-        for (int i = 0; i < m_chunk.triangleCount; ++i)
-            grow(m_target.triangles[size_t(m_chunk.firstTriangle + i)]);
-        for (int i = 0; i < m_chunk.lineCount; ++i)
-            grow(m_target.lines[size_t(m_chunk.firstLine + i)]);
-        m_chunk.lo = lo;
-        m_chunk.hi = hi;
-        m_target.chunks.push_back(m_chunk);
+        for (int i = 0; i < chunk.triangleCount; ++i)
+            grow(m_target.triangles[size_t(chunk.firstTriangle + i)]);
+        for (int i = 0; i < chunk.lineCount; ++i)
+            grow(m_target.lines[size_t(chunk.firstLine + i)]);
+        chunk.lo = lo;
+        chunk.hi = hi;
+        m_target.chunks.push_back(chunk);
     }
 
     Vec2 place(const Placement& placement, Vec2 p) const
@@ -193,6 +188,7 @@ private:
             outline = dimmed(outline);
         // In body coordinates (the player places bodies each frame) the body sits at its origin, unturned.
         const float angle = m_bodyLocal ? 0.f : placement.applyToAngle(body.angle);
+        const BodyFrame frame(&body);
         float scale = std::abs(placement.scale);
         for (const auto& fixture : body.fixtures()) {
             const bool selected =
@@ -209,7 +205,7 @@ private:
             points.reserve(fixture->vertices().size());
             bool usable = true;
             for (const Vec2& v : fixture->vertices()) {
-                const Vec2 p = m_bodyLocal ? v : place(placement, bodyToWorld(&body, v));
+                const Vec2 p = m_bodyLocal ? v : place(placement, frame.toWorld(v));
                 usable = usable && finite(p);
                 points.push_back(p);
             }
@@ -247,7 +243,7 @@ private:
                 continue;
             const auto& vertices = fixture->vertices();
             for (size_t i = 0; i < vertices.size(); ++i) {
-                const Vec2 p = place(placement, bodyToWorld(&body, vertices[i]));
+                const Vec2 p = place(placement, frame.toWorld(vertices[i]));
                 if (!finite(p))
                     continue;
                 const bool picked = selection->containsVertex(fixture->id(), int(i));
@@ -263,7 +259,7 @@ private:
             for (const Vec2& v : fixture->vertices())
                 sum = {sum.x + v.x, sum.y + v.y};
             const float n = float(fixture->vertices().size());
-            label(bodyToWorld(&body, {sum.x / n, sum.y / n}), *fixture,
+            label(frame.toWorld({sum.x / n, sum.y / n}), *fixture,
                   selection->contains(ItemKind::Fixture, fixture->id()));
         }
     }
@@ -477,6 +473,53 @@ float SceneGeometry::measureTypicalFixtureSize(const MetaWorld& world)
     return sizes[sizes.size() / 2];
 }
 
+SceneRegions::Place SceneRegions::placeOf(const MetaBody& body)
+{
+    Place place;
+    Vec2 lo, hi;
+    if (bodyBox(body, &lo, &hi, &place.size)) {
+        place.placed = true;
+        place.centre = {(lo.x + hi.x) / 2, (lo.y + hi.y) / 2};
+    }
+    return place;
+}
+
+void SceneRegions::arrange()
+{
+    lo = {INFINITY, INFINITY};
+    hi = {-INFINITY, -INFINITY};
+    for (const Place& place : places) {
+        if (!place.placed)
+            continue;
+        lo = {std::min(lo.x, place.centre.x), std::min(lo.y, place.centre.y)};
+        hi = {std::max(hi.x, place.centre.x), std::max(hi.y, place.centre.y)};
+    }
+    side = std::clamp(int(std::ceil(std::sqrt(double(places.size()) / 150.0))), 1, 64);
+    cells.assign(size_t(side) * size_t(side), {});
+    const double width = std::max(double(hi.x) - lo.x, 1e-9), height = std::max(double(hi.y) - lo.y, 1e-9);
+    for (size_t i = 0; i < places.size(); ++i) {
+        if (!places[i].placed)
+            continue;
+        const Vec2 c = places[i].centre;
+        const int cx = std::clamp(int((double(c.x) - lo.x) / width * side), 0, side - 1);
+        const int cy = std::clamp(int((double(c.y) - lo.y) / height * side), 0, side - 1);
+        cells[size_t(cy) * size_t(side) + size_t(cx)].push_back(std::uint32_t(i));
+    }
+}
+
+float SceneRegions::typicalSize() const
+{
+    std::vector<float> sizes;
+    for (const Place& place : places) {
+        if (place.placed && place.size > 0)
+            sizes.push_back(place.size);
+    }
+    if (sizes.empty())
+        return 0;
+    std::nth_element(sizes.begin(), sizes.begin() + long(sizes.size() / 2), sizes.end());
+    return sizes[sizes.size() / 2];
+}
+
 SceneGeometry SceneGeometry::build(const MetaWorld& world, const Selection& selection, const ViewColors& colors,
                                    const QString& sceneFilePath, int circleSegments)
 {
@@ -500,5 +543,101 @@ void SceneGeometry::rebuild(SceneGeometry& geometry, const MetaWorld& world, con
     geometry.triangles.reserve(world.fixtureCount() * size_t(circleSegments) * 2);
     geometry.lines.reserve(world.fixtureCount() * size_t(circleSegments));
     geometry.labels.reserve(world.bodies().size() + world.fixtureCount());
-    Builder(geometry, colors, circleSegments).scene(world, selection, sceneFilePath);
+    SceneRegions regions;
+    regions.places.reserve(world.bodies().size());
+    for (const auto& body : world.bodies())
+        regions.places.push_back(SceneRegions::placeOf(*body));
+    regions.arrange();
+    geometry.typicalFixtureSize = regions.typicalSize();
+    Builder builder(geometry, colors, circleSegments);
+    builder.part(world, selection, sceneFilePath, ScenePart::Images, nullptr, 0);
+    for (const std::vector<std::uint32_t>& cell : regions.cells) {
+        if (!cell.empty())
+            builder.part(world, selection, sceneFilePath, ScenePart::Region, &cell, 0);
+    }
+    builder.part(world, selection, sceneFilePath, ScenePart::Joints, nullptr, 0);
+    builder.part(world, selection, sceneFilePath, ScenePart::Samplers, nullptr, 0);
+    for (size_t i = 0; i < world.objects().size(); ++i)
+        builder.part(world, selection, sceneFilePath, ScenePart::Object, nullptr, i);
+}
+
+void SceneGeometry::drawPart(SceneGeometry& target, const MetaWorld& world, const Selection& selection,
+                             const ViewColors& colors, const QString& sceneFilePath, int circleSegments,
+                             ScenePart part, const std::vector<std::uint32_t>* bodies, size_t index)
+{
+    target.circleSegments = circleSegments;
+    Builder(target, colors, circleSegments).part(world, selection, sceneFilePath, part, bodies, index);
+}
+
+namespace
+{
+// A 64-bit running digest (multiply and fold; not for security, only to
+// tell a changed drawing from an unchanged one).
+class Digest
+{
+public:
+    void add(std::uint64_t word)
+    {
+        m_state = (m_state ^ word) * 0x9E3779B97F4A7C15ull;
+        m_state ^= m_state >> 29;
+    }
+    void add(float value)
+    {
+        std::uint32_t bits;
+        std::memcpy(&bits, &value, sizeof(bits));
+        add(std::uint64_t(bits));
+    }
+    void add(Vec2 v)
+    {
+        std::uint32_t bits[2];
+        std::memcpy(bits, &v, sizeof(bits));
+        add((std::uint64_t(bits[0]) << 32) | bits[1]);
+    }
+    void add(const QString& text)
+    {
+        add(std::uint64_t(text.size()));
+        add(std::uint64_t(qHash(text)));
+    }
+    std::uint64_t value() const { return m_state; }
+
+private:
+    std::uint64_t m_state = 0xCBF29CE484222325ull;
+};
+} // namespace
+
+std::uint64_t SceneGeometry::bodyDigest(const MetaBody& body, const Selection& selection)
+{
+    // Everything Builder::body reads: keep the two together.
+    Digest digest;
+    digest.add(std::uint64_t(body.id()));
+    digest.add(std::uint64_t(body.type));
+    digest.add(body.position);
+    digest.add(body.angle);
+    digest.add(body.name());
+    digest.add(std::uint64_t(selection.contains(ItemKind::Body, body.id())));
+    const bool vertexPicks = !selection.vertices().empty();
+    for (const auto& fixture : body.fixtures()) {
+        digest.add(std::uint64_t(fixture->id()));
+        digest.add(fixture->name());
+        const bool selected = selection.contains(ItemKind::Fixture, fixture->id());
+        digest.add(std::uint64_t(selected));
+        for (const MetaShape& shape : fixture->shapes()) {
+            digest.add(std::uint64_t(std::uint32_t(shape.type())));
+            digest.add(shape.radius());
+        }
+        const std::vector<Vec2>& vertices = fixture->vertices();
+        digest.add(std::uint64_t(vertices.size()));
+        for (const Vec2& v : vertices)
+            digest.add(v);
+        if (selected && vertexPicks) {
+            // The fixture's picked corners, in any order (a sum does not care).
+            std::uint64_t picked = 0;
+            for (const Selection::VertexRef& v : selection.vertices()) {
+                if (v.fixture == fixture->id() && v.index >= 0 && size_t(v.index) < vertices.size())
+                    picked += (std::uint64_t(v.index) + 1) * 0x9E3779B97F4A7C15ull;
+            }
+            digest.add(picked);
+        }
+    }
+    return digest.value();
 }

@@ -72,6 +72,54 @@ struct BodyVertexRange
     size_t lineCount = 0;
 };
 
+/// The regions of a scene's drawing: where each body lies (the centre of
+/// its box; a body without a finite box lies in no region) and a grid of
+/// regions over the centres, about 150 bodies a region. A scene is drawn
+/// region by region, so that a view draws the regions it sees and an edit
+/// draws again only the regions it touched.
+struct SceneRegions
+{
+    /// Where one body lies.
+    struct Place
+    {
+        /// False when the body has no finite box.
+        bool placed = false;
+        /// Centre of its box: origin and fixtures with their radii.
+        Vec2 centre;
+        /// Extent of its last fixture with a finite box, for the level of detail.
+        float size = 0;
+        friend bool operator==(const Place&, const Place&) = default;
+    };
+    /// One place per body, in the scene's order.
+    std::vector<Place> places;
+    /// Regions per side of the grid.
+    int side = 1;
+    /// Box of the placed centres.
+    Vec2 lo{1, 1};
+    Vec2 hi{-1, -1};
+    /// Per region, row by row, the indices of its bodies in the scene's order.
+    std::vector<std::vector<std::uint32_t>> cells;
+
+    /// The place of one body.
+    static Place placeOf(const MetaBody& body);
+    /// Lays the grid over `places` and fills the regions.
+    void arrange();
+    /// Median size of the placed bodies with a size; 0 when there is none.
+    float typicalSize() const;
+};
+
+/// The parts of a scene's drawing in the order they are drawn: the images,
+/// the regions of bodies, the joints, the samplers and each object instance.
+/// Each part is one chunk of the drawing (none when it draws nothing).
+enum class ScenePart
+{
+    Images,
+    Region,
+    Joints,
+    Samplers,
+    Object
+};
+
 /// The drawable form of a scene, built once per scene change and then drawn
 /// every frame without walking the model: triangles and line segments in
 /// world coordinates with colours, and the images. Selected items carry the
@@ -86,14 +134,26 @@ struct SceneGeometry
     std::vector<ImageDraw> images;
     /// Names of the scene's own items (not of object contents).
     std::vector<SceneLabel> labels;
-    /// The regions of the drawing; together they cover every vertex once.
+    /// The regions of the drawing, in drawing order; every vertex drawn lies
+    /// in one (after updates in place the arrays may hold stretches that no
+    /// chunk draws).
     std::vector<GeomChunk> chunks;
+    /// Filled areas and outlines drawn from shared vertices: the triangles
+    /// are drawn before `triangles`, the lines before `lines` (a player
+    /// frame draws its bodies so, each corner shaded once).
+    std::vector<GeomVertex> sharedVertices;
+    /// Three indices into `sharedVertices` per triangle.
+    std::vector<std::uint32_t> sharedTriangles;
+    /// Two indices into `sharedVertices` per line segment.
+    std::vector<std::uint32_t> sharedLines;
     /// Segments of a full circle in this drawing (its level of detail).
     int circleSegments = 32;
     /// Median size of the scene's fixtures (world units), for choosing the level of detail.
     float typicalFixtureSize = 0;
     /// Fixtures drawn smaller than this many pixels use the coarse drawing.
     static constexpr double kCoarseBelowPixels = 24;
+    /// Vertices of one chunk at most (a multiple of 6: whole triangles and segments).
+    static constexpr int kLargestChunk = 6 * 4096;
 
     /// The fixtures of every body drawn in the body's own coordinates (no
     /// markers, labels, joints or images), one range per body in the scene's
@@ -121,4 +181,14 @@ struct SceneGeometry
     /// rebuild without allocating and touching fresh pages again).
     static void rebuild(SceneGeometry& geometry, const MetaWorld& world, const Selection& selection,
                         const ViewColors& colors, const QString& sceneFilePath, int circleSegments = 32);
+    /// Draws one part of a scene onto the end of `target`, as one chunk: for
+    /// a region the bodies `bodies` (indices into the scene's bodies), for
+    /// an object instance the one at `index`.
+    static void drawPart(SceneGeometry& target, const MetaWorld& world, const Selection& selection,
+                         const ViewColors& colors, const QString& sceneFilePath, int circleSegments, ScenePart part,
+                         const std::vector<std::uint32_t>* bodies = nullptr, size_t index = 0);
+    /// A digest of everything a body's drawing takes from the scene and the
+    /// selection (its place, type, names, fixtures and what of it is
+    /// selected): the drawing of a body whose digest is unchanged is too.
+    static std::uint64_t bodyDigest(const MetaBody& body, const Selection& selection);
 };

@@ -1,6 +1,7 @@
 #include "views/scenerenderer.h"
 
 #include "base/log.h"
+#include "views/scenegeometryupdate.h"
 #include "views/shapegeometry.h"
 #include "views/texturecache.h"
 #include "views/viewcamera.h"
@@ -107,9 +108,16 @@ std::vector<GeomVertex> overlay(const ViewCamera& camera, const ViewColors& colo
     return lines;
 }
 
-void setWorldToClip(QOpenGLShaderProgram& program, const ViewCamera& camera)
+// `guard` shrinks the picture in clip space by that factor: the viewport is
+// as many times larger, centred on the frame buffer (see setViewport).
+void setWorldToClip(QOpenGLShaderProgram& program, const ViewCamera& camera, int guard)
 {
-    const auto m = camera.worldToClip();
+    auto m = camera.worldToClip();
+    // Column-major: rows 0 and 1 give clip x and y.
+    for (int column = 0; column < 4; ++column) {
+        m[size_t(column * 4)] /= float(guard);
+        m[size_t(column * 4 + 1)] /= float(guard);
+    }
     program.setUniformValue("worldToClip", QMatrix4x4(m.data()).transposed());
 }
 } // namespace
@@ -127,7 +135,8 @@ bool SceneRenderer::initialize()
     ok = ok && m_textureProgram.addShaderFromSourceCode(QOpenGLShader::Vertex, kTextureVertex) &&
          m_textureProgram.addShaderFromSourceCode(QOpenGLShader::Fragment, kTextureFragment) &&
          m_textureProgram.link();
-    ok = ok && m_triangles.create() && m_lines.create() && m_overlay.create();
+    ok = ok && m_triangles.create() && m_lines.create() && m_overlay.create() && m_shared.create() &&
+         m_sharedIndices.create();
     if (!ok) {
         plaxLog(LOG_ERROR, QStringLiteral("Could not set up OpenGL drawing: %1%2")
                                .arg(m_colorProgram.log(), m_textureProgram.log()));
@@ -142,17 +151,79 @@ void SceneRenderer::upload(const SceneGeometry& geometry, TextureCache& textures
 {
     if (!m_ready)
         return;
-    const auto put = [](QOpenGLBuffer& buffer, const std::vector<GeomVertex>& vertices) {
+    // Room to spare, so that updates that grow the arrays a little fit.
+    const auto put = [](QOpenGLBuffer& buffer, const std::vector<GeomVertex>& vertices, int* room) {
+        const int count = int(vertices.size());
+        *room = count + count / 8 + 1024;
         buffer.bind();
-        buffer.allocate(vertices.data(), int(vertices.size() * sizeof(GeomVertex)));
+        buffer.allocate(*room * int(sizeof(GeomVertex)));
+        buffer.write(0, vertices.data(), count * int(sizeof(GeomVertex)));
         buffer.release();
-        return int(vertices.size());
+        return count;
     };
     ++m_uploadVersion;
-    m_triangleCount = put(m_triangles, geometry.triangles);
-    m_lineCount = put(m_lines, geometry.lines);
+    m_triangleCount = put(m_triangles, geometry.triangles, &m_triangleRoom);
+    m_lineCount = put(m_lines, geometry.lines, &m_lineRoom);
+    int sharedRoom = 0;
+    m_sharedVertexCount = put(m_shared, geometry.sharedVertices, &sharedRoom);
+    m_sharedTriangleIndices = int(geometry.sharedTriangles.size());
+    m_sharedLineIndices = int(geometry.sharedLines.size());
+    if (m_sharedVertexCount > 0) {
+        // Triangle indices first, then the line indices.
+        const int triangleBytes = int(geometry.sharedTriangles.size() * sizeof(std::uint32_t));
+        const int lineBytes = int(geometry.sharedLines.size() * sizeof(std::uint32_t));
+        m_sharedIndices.bind();
+        m_sharedIndices.allocate(triangleBytes + lineBytes);
+        m_sharedIndices.write(0, geometry.sharedTriangles.data(), triangleBytes);
+        m_sharedIndices.write(triangleBytes, geometry.sharedLines.data(), lineBytes);
+        m_sharedIndices.release();
+    }
     m_chunks = geometry.chunks;
     m_images = geometry.images;
+    m_cacheStaleLo = {1, 1};
+    m_cacheStaleHi = {-1, -1};
+    uploadTextures(textures);
+}
+
+void SceneRenderer::update(const SceneGeometry& geometry, const GeometryChange& change, TextureCache& textures)
+{
+    if (!m_ready)
+        return;
+    if (change.full || m_sharedVertexCount > 0 || geometry.triangles.size() > size_t(m_triangleRoom) ||
+        geometry.lines.size() > size_t(m_lineRoom)) {
+        upload(geometry, textures);
+        return;
+    }
+    const auto write = [](QOpenGLBuffer& buffer, const std::vector<GeomVertex>& vertices,
+                          const std::vector<std::pair<size_t, size_t>>& stretches) {
+        if (stretches.empty())
+            return;
+        buffer.bind();
+        for (const auto& [first, count] : stretches)
+            buffer.write(int(first * sizeof(GeomVertex)), vertices.data() + first, int(count * sizeof(GeomVertex)));
+        buffer.release();
+    };
+    write(m_triangles, geometry.triangles, change.triangles);
+    write(m_lines, geometry.lines, change.lines);
+    m_triangleCount = int(geometry.triangles.size());
+    m_lineCount = int(geometry.lines.size());
+    m_chunks = geometry.chunks;
+    m_images = geometry.images;
+    uploadTextures(textures);
+    // The cached picture keeps what did not change.
+    if (change.hi.x >= change.lo.x) {
+        if (m_cacheStaleHi.x < m_cacheStaleLo.x) {
+            m_cacheStaleLo = change.lo;
+            m_cacheStaleHi = change.hi;
+        } else {
+            m_cacheStaleLo = {std::min(m_cacheStaleLo.x, change.lo.x), std::min(m_cacheStaleLo.y, change.lo.y)};
+            m_cacheStaleHi = {std::max(m_cacheStaleHi.x, change.hi.x), std::max(m_cacheStaleHi.y, change.hi.y)};
+        }
+    }
+}
+
+void SceneRenderer::uploadTextures(TextureCache& textures)
+{
     for (const ImageDraw& image : m_images) {
         const TextureCache::Entry& entry = textures.entry(image.path);
         Texture& texture = m_textures[image.path];
@@ -166,14 +237,16 @@ void SceneRenderer::upload(const SceneGeometry& geometry, TextureCache& textures
     }
 }
 
-void SceneRenderer::drawColored(QOpenGLBuffer& buffer, GLenum mode, int first, int count, const ViewCamera& camera)
+void SceneRenderer::drawColored(QOpenGLBuffer& buffer, GLenum mode, int first, int count, const ViewCamera& camera,
+                                QOpenGLBuffer* indices)
 {
     if (count == 0)
         return;
     m_colorProgram.bind();
-    setWorldToClip(m_colorProgram, camera);
-    m_colorProgram.setUniformValue("pixelToClip", QVector2D(2.f / std::max(1, camera.pixelSize.width()),
-                                                            2.f / std::max(1, camera.pixelSize.height())));
+    setWorldToClip(m_colorProgram, camera, m_guard);
+    m_colorProgram.setUniformValue("pixelToClip",
+                                   QVector2D(2.f / float(m_guard * std::max(1, camera.pixelSize.width())),
+                                             2.f / float(m_guard * std::max(1, camera.pixelSize.height()))));
     buffer.bind();
     const int stride = int(sizeof(GeomVertex));
     const int position = m_colorProgram.attributeLocation("position");
@@ -188,7 +261,14 @@ void SceneRenderer::drawColored(QOpenGLBuffer& buffer, GLenum mode, int first, i
                           reinterpret_cast<const void*>(offsetof(GeomVertex, ox)));
     glVertexAttribPointer(GLuint(colour), 4, GL_UNSIGNED_BYTE, GL_TRUE, stride,
                           reinterpret_cast<const void*>(offsetof(GeomVertex, r)));
-    glDrawArrays(mode, first, count);
+    if (indices) {
+        indices->bind();
+        glDrawElements(mode, count, GL_UNSIGNED_INT,
+                       reinterpret_cast<const void*>(size_t(first) * sizeof(std::uint32_t)));
+        indices->release();
+    } else {
+        glDrawArrays(mode, first, count);
+    }
     glDisableVertexAttribArray(GLuint(position));
     glDisableVertexAttribArray(GLuint(offset));
     glDisableVertexAttribArray(GLuint(colour));
@@ -196,12 +276,14 @@ void SceneRenderer::drawColored(QOpenGLBuffer& buffer, GLenum mode, int first, i
     m_colorProgram.release();
 }
 
-void SceneRenderer::drawChunks(QOpenGLBuffer& buffer, GLenum mode, bool lines, const ViewCamera& camera)
+void SceneRenderer::drawChunks(QOpenGLBuffer& buffer, GLenum mode, bool lines, const ViewCamera& camera,
+                               const Vec2* area)
 {
-    // The view's box, with a margin for markers drawn in pixels around their points.
+    // The view's box (or the area given), with a margin for markers drawn
+    // in pixels around their points.
     const double margin = 16 * camera.worldPerPixel();
-    const Vec2 a = camera.toWorld(QPointF(0, camera.pixelSize.height()));
-    const Vec2 b = camera.toWorld(QPointF(camera.pixelSize.width(), 0));
+    const Vec2 a = area ? area[0] : camera.toWorld(QPointF(0, camera.pixelSize.height()));
+    const Vec2 b = area ? area[1] : camera.toWorld(QPointF(camera.pixelSize.width(), 0));
     const double lox = double(a.x) - margin, hix = double(b.x) + margin;
     const double loy = double(a.y) - margin, hiy = double(b.y) + margin;
     // Runs of neighbouring visible chunks go in one draw call.
@@ -225,12 +307,22 @@ void SceneRenderer::drawChunks(QOpenGLBuffer& buffer, GLenum mode, bool lines, c
     m_drawnVertices += size_t(count);
 }
 
+void SceneRenderer::drawShared(GLenum mode, bool lines, const ViewCamera& camera)
+{
+    if (m_sharedVertexCount == 0)
+        return;
+    const int first = lines ? m_sharedTriangleIndices : 0;
+    const int count = lines ? m_sharedLineIndices : m_sharedTriangleIndices;
+    drawColored(m_shared, mode, first, count, camera, &m_sharedIndices);
+    m_drawnVertices += size_t(count);
+}
+
 void SceneRenderer::drawImages(const ViewCamera& camera)
 {
     if (m_images.empty())
         return;
     m_textureProgram.bind();
-    setWorldToClip(m_textureProgram, camera);
+    setWorldToClip(m_textureProgram, camera, m_guard);
     m_textureProgram.setUniformValue("image", 0);
     const int position = m_textureProgram.attributeLocation("position");
     const int texCoord = m_textureProgram.attributeLocation("texCoord");
@@ -255,12 +347,14 @@ void SceneRenderer::drawImages(const ViewCamera& camera)
     m_textureProgram.release();
 }
 
-void SceneRenderer::drawScene(const ViewCamera& camera)
+void SceneRenderer::drawScene(const ViewCamera& camera, const Vec2* area)
 {
     drawImages(camera);
     m_drawnVertices = 0;
-    drawChunks(m_triangles, GL_TRIANGLES, false, camera);
-    drawChunks(m_lines, GL_LINES, true, camera);
+    drawShared(GL_TRIANGLES, false, camera);
+    drawChunks(m_triangles, GL_TRIANGLES, false, camera, area);
+    drawShared(GL_LINES, true, camera);
+    drawChunks(m_lines, GL_LINES, true, camera, area);
 }
 
 bool SceneRenderer::cacheCovers(const ViewCamera& camera) const
@@ -300,7 +394,7 @@ void SceneRenderer::renderCache(const ViewCamera& camera, GLuint target)
     wide.pixelSize = size;
     wide.height = float(camera.worldPerPixel() * size.height());
     drawTarget.bind();
-    glViewport(0, 0, size.width(), size.height());
+    setViewport(size);
     glClearColor(0, 0, 0, 0);
     glClear(GL_COLOR_BUFFER_BIT);
     // Premultiplied colours, so that the picture blends over the grid like the scene would.
@@ -309,12 +403,60 @@ void SceneRenderer::renderCache(const ViewCamera& camera, GLuint target)
     if (multisample)
         QOpenGLFramebufferObject::blitFramebuffer(m_cache.get(), m_cacheMultisample.get());
     glBindFramebuffer(GL_FRAMEBUFFER, target);
-    glViewport(0, 0, camera.pixelSize.width(), camera.pixelSize.height());
+    setViewport(camera.pixelSize);
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
     m_cacheVersion = m_uploadVersion;
     m_cacheCenter = camera.center;
     m_cacheWorldPerPixel = camera.worldPerPixel();
     m_cacheViewSize = camera.pixelSize;
+    m_cacheCamera = wide;
+    m_cacheStaleLo = {1, 1};
+    m_cacheStaleHi = {-1, -1};
+}
+
+void SceneRenderer::renderCacheArea(GLuint target, const ViewCamera& camera)
+{
+    // The stale box in the picture's pixels, widened by what markers reach.
+    const ViewCamera& wide = m_cacheCamera;
+    const QPointF a = wide.toPixel(m_cacheStaleLo), b = wide.toPixel(m_cacheStaleHi);
+    constexpr double kMargin = 18;
+    const int height = m_cache->height();
+    const double left = std::floor(std::min(a.x(), b.x()) - kMargin);
+    const double right = std::ceil(std::max(a.x(), b.x()) + kMargin);
+    const double top = std::floor(std::min(a.y(), b.y()) - kMargin);
+    const double bottom = std::ceil(std::max(a.y(), b.y()) + kMargin);
+    const int x0 = int(std::clamp(left, 0.0, double(m_cache->width())));
+    const int x1 = int(std::clamp(right, 0.0, double(m_cache->width())));
+    // Frame buffer rows count from the bottom.
+    const int y0 = int(std::clamp(double(height) - bottom, 0.0, double(height)));
+    const int y1 = int(std::clamp(double(height) - top, 0.0, double(height)));
+    m_cacheStaleLo = {1, 1};
+    m_cacheStaleHi = {-1, -1};
+    if (x1 <= x0 || y1 <= y0)
+        return;
+    // A multisampled picture is drawn again whole: redrawn in a box of its
+    // multisampled buffer, it does not resolve to the pixels of a fresh one.
+    // (Views multisample by default only where drawing is cheap.)
+    if (m_samples > 0 && QOpenGLFramebufferObject::hasOpenGLFramebufferBlit()) {
+        renderCache(camera, target);
+        m_lastFromCache = false;
+        return;
+    }
+    m_cache->bind();
+    setViewport(m_cache->size());
+    glEnable(GL_SCISSOR_TEST);
+    glScissor(x0, y0, x1 - x0, y1 - y0);
+    glClearColor(0, 0, 0, 0);
+    glClear(GL_COLOR_BUFFER_BIT);
+    glBlendFuncSeparate(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA, GL_ONE, GL_ONE_MINUS_SRC_ALPHA);
+    // Only the chunks that can reach those pixels; the scissor keeps the
+    // others' pixels as they are.
+    const Vec2 area[2] = {wide.toWorld(QPointF(left, bottom)), wide.toWorld(QPointF(right, top))};
+    drawScene(wide, area);
+    glDisable(GL_SCISSOR_TEST);
+    glBindFramebuffer(GL_FRAMEBUFFER, target);
+    setViewport(camera.pixelSize);
+    glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
 }
 
 void SceneRenderer::drawCache(const ViewCamera& camera)
@@ -327,7 +469,7 @@ void SceneRenderer::drawCache(const ViewCamera& camera)
     // Frame buffer textures have their first row at the bottom.
     const float texCoords[8] = {0, 0, 1, 0, 1, 1, 0, 1};
     m_textureProgram.bind();
-    setWorldToClip(m_textureProgram, camera);
+    setWorldToClip(m_textureProgram, camera, m_guard);
     m_textureProgram.setUniformValue("image", 0);
     m_textureProgram.setUniformValue("tint", QVector4D(1, 1, 1, 1));
     const int position = m_textureProgram.attributeLocation("position");
@@ -361,6 +503,7 @@ void SceneRenderer::paint(const ViewCamera& camera, const ViewColors& colors, Ve
     glDisable(GL_DEPTH_TEST);
     glEnable(GL_BLEND);
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
+    setViewport(camera.pixelSize);
 
     int gridCount = 0;
     const std::vector<GeomVertex> lines = overlay(camera, colors, cursor, &gridCount);
@@ -370,12 +513,14 @@ void SceneRenderer::paint(const ViewCamera& camera, const ViewColors& colors, Ve
     // Grid first, then the scene, then the axes and the cursor on top.
     if (m_showGrid)
         drawColored(m_overlay, GL_LINES, 0, gridCount, camera);
-    const bool cached = size_t(m_triangleCount + m_lineCount) > m_cacheThreshold;
+    const bool cached = uploadedVertices() > m_cacheThreshold;
     m_lastFromCache = false;
     if (cached) {
         if (cacheCovers(camera)) {
             m_lastFromCache = true;
             m_drawnVertices = 0;
+            if (m_cacheStaleHi.x >= m_cacheStaleLo.x)
+                renderCacheArea(target, camera);
         } else {
             renderCache(camera, target);
         }
@@ -383,9 +528,29 @@ void SceneRenderer::paint(const ViewCamera& camera, const ViewColors& colors, Ve
     } else {
         m_cache.reset();
         m_cacheMultisample.reset();
+        m_cacheStaleLo = {1, 1};
+        m_cacheStaleHi = {-1, -1};
         drawScene(camera);
     }
     drawColored(m_overlay, GL_LINES, gridCount, int(lines.size()) - gridCount, camera);
+    glViewport(0, 0, camera.pixelSize.width(), camera.pixelSize.height());
+    m_guard = 1;
+}
+
+void SceneRenderer::setViewport(QSize pixels)
+{
+    // Software rasterisers send every primitive with a corner outside the
+    // clip volume down a slow path, and a scene reaching past the edges of
+    // the view has many. A viewport three times the frame buffer's size,
+    // centred on it, puts those corners inside the clip volume; the frame
+    // buffer's own edges cut the primitives, and each pixel is drawn as
+    // before.
+    GLint most[2] = {0, 0};
+    glGetIntegerv(GL_MAX_VIEWPORT_DIMS, most);
+    m_guard = pixels.width() * 3 <= most[0] && pixels.height() * 3 <= most[1] ? 3 : 1;
+    const int margin = (m_guard - 1) / 2;
+    glViewport(-margin * pixels.width(), -margin * pixels.height(), m_guard * pixels.width(),
+               m_guard * pixels.height());
 }
 
 void SceneRenderer::release()
@@ -398,6 +563,8 @@ void SceneRenderer::release()
     m_triangles.destroy();
     m_lines.destroy();
     m_overlay.destroy();
+    m_shared.destroy();
+    m_sharedIndices.destroy();
     m_colorProgram.removeAllShaders();
     m_textureProgram.removeAllShaders();
     m_ready = false;

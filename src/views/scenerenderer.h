@@ -2,6 +2,7 @@
 
 #include "base/types.h"
 #include "views/scenegeometry.h"
+#include "views/viewcamera.h"
 
 #include <map>
 #include <QOpenGLBuffer>
@@ -13,7 +14,7 @@
 class QOpenGLFramebufferObject;
 class QOpenGLTexture;
 class TextureCache;
-class ViewCamera;
+struct GeometryChange;
 struct ViewColors;
 
 /// Draws a scene geometry with OpenGL: the geometry lives in vertex buffers,
@@ -33,6 +34,11 @@ public:
     bool initialize();
     /// Uploads a scene geometry (and the textures of its images) to the buffers.
     void upload(const SceneGeometry& geometry, TextureCache& textures);
+    /// Uploads what an update changed in the geometry uploaded last: the
+    /// stretches of vertices written, and the new chunks and images; the
+    /// cached picture is drawn again only where pixels may have changed. A
+    /// full change, or arrays grown past the buffers, upload everything.
+    void update(const SceneGeometry& geometry, const GeometryChange& change, TextureCache& textures);
     /// Draws one frame into the frame buffer `target` (the view's own).
     void paint(const ViewCamera& camera, const ViewColors& colors, Vec2 cursor, GLuint target);
     /// Scenes of more vertices than this are drawn into a cached picture
@@ -49,7 +55,7 @@ public:
     void release();
 
     /// Vertices uploaded by the last upload(), triangles plus lines.
-    size_t uploadedVertices() const { return m_triangleCount + m_lineCount; }
+    size_t uploadedVertices() const { return size_t(m_triangleCount + m_lineCount + m_sharedVertexCount); }
     /// Vertices drawn by the last frame (those of the chunks in sight).
     size_t drawnVertices() const { return m_drawnVertices; }
 
@@ -60,15 +66,21 @@ private:
         quint64 version = 0;
     };
 
-    void drawColored(QOpenGLBuffer& buffer, GLenum mode, int first, int count, const ViewCamera& camera);
-    void drawChunks(QOpenGLBuffer& buffer, GLenum mode, bool lines, const ViewCamera& camera);
+    void drawColored(QOpenGLBuffer& buffer, GLenum mode, int first, int count, const ViewCamera& camera,
+                     QOpenGLBuffer* indices = nullptr);
+    void drawShared(GLenum mode, bool lines, const ViewCamera& camera);
+    void drawChunks(QOpenGLBuffer& buffer, GLenum mode, bool lines, const ViewCamera& camera, const Vec2* area);
     void drawImages(const ViewCamera& camera);
-    void drawScene(const ViewCamera& camera);
+    void drawScene(const ViewCamera& camera, const Vec2* area = nullptr);
     bool cacheCovers(const ViewCamera& camera) const;
+    void setViewport(QSize pixels);
+    void uploadTextures(TextureCache& textures);
     void renderCache(const ViewCamera& camera, GLuint target);
+    void renderCacheArea(GLuint target, const ViewCamera& camera);
     void drawCache(const ViewCamera& camera);
 
     bool m_ready = false;
+    int m_guard = 1; ///< the viewport's size over the frame buffer's (setViewport)
     bool m_showGrid = true;
     size_t m_cacheThreshold = 150000;
     bool m_lastFromCache = false;
@@ -80,6 +92,9 @@ private:
     quint64 m_cacheVersion = 0;
     Vec2 m_cacheCenter;
     double m_cacheWorldPerPixel = 0;
+    ViewCamera m_cacheCamera;            ///< the camera the cached picture was drawn with
+    Vec2 m_cacheStaleLo{1, 1};           ///< world box where the cached picture is out of date
+    Vec2 m_cacheStaleHi{-1, -1};
     QSize m_cacheViewSize;
     size_t m_drawnVertices = 0;
     QOpenGLShaderProgram m_colorProgram;
@@ -87,8 +102,15 @@ private:
     QOpenGLBuffer m_triangles{QOpenGLBuffer::VertexBuffer};
     QOpenGLBuffer m_lines{QOpenGLBuffer::VertexBuffer};
     QOpenGLBuffer m_overlay{QOpenGLBuffer::VertexBuffer};
+    QOpenGLBuffer m_shared{QOpenGLBuffer::VertexBuffer};
+    QOpenGLBuffer m_sharedIndices{QOpenGLBuffer::IndexBuffer};
     int m_triangleCount = 0;
     int m_lineCount = 0;
+    int m_triangleRoom = 0; ///< vertices the triangle buffer holds
+    int m_lineRoom = 0;
+    int m_sharedVertexCount = 0;
+    int m_sharedTriangleIndices = 0;
+    int m_sharedLineIndices = 0;
     std::vector<GeomChunk> m_chunks;
     std::vector<ImageDraw> m_images;
     std::map<QString, Texture> m_textures;

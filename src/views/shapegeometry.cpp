@@ -1,7 +1,7 @@
 #include "views/shapegeometry.h"
 
 #include "geometry/signedarea.h"
-#include "geometry/triangulation.h"
+#include "views/ringfill.h"
 
 #include <algorithm>
 #include <cmath>
@@ -32,8 +32,10 @@ bool isConvex(const std::vector<Vec2>& ring)
 
 GeomVertex geomVertex(Vec2 p, const QColor& colour, float ox, float oy)
 {
-    return {p.x, p.y, ox, oy, std::uint8_t(colour.red()), std::uint8_t(colour.green()), std::uint8_t(colour.blue()),
-            std::uint8_t(colour.alpha())};
+    // One conversion for the four channels (the same values as red() and the others).
+    const QRgb c = colour.rgba();
+    return {p.x, p.y, ox, oy, std::uint8_t(qRed(c)), std::uint8_t(qGreen(c)), std::uint8_t(qBlue(c)),
+            std::uint8_t(qAlpha(c))};
 }
 
 void ShapeTessellator::include(Vec2 p, float margin)
@@ -51,9 +53,14 @@ void ShapeTessellator::include(Vec2 p, float margin)
 
 void ShapeTessellator::triangle(Vec2 a, Vec2 b, Vec2 c, const QColor& colour)
 {
-    m_target.triangles.push_back(geomVertex(a, colour));
-    m_target.triangles.push_back(geomVertex(b, colour));
-    m_target.triangles.push_back(geomVertex(c, colour));
+    GeomVertex v = geomVertex(a, colour);
+    m_target.triangles.push_back(v);
+    v.x = b.x;
+    v.y = b.y;
+    m_target.triangles.push_back(v);
+    v.x = c.x;
+    v.y = c.y;
+    m_target.triangles.push_back(v);
 }
 
 void ShapeTessellator::segment(Vec2 a, Vec2 b, const QColor& colour)
@@ -67,8 +74,11 @@ void ShapeTessellator::segment(Vec2 a, Vec2 b, const QColor& colour)
             }
         }
     }
-    m_target.lines.push_back(geomVertex(a, colour));
-    m_target.lines.push_back(geomVertex(b, colour));
+    GeomVertex v = geomVertex(a, colour);
+    m_target.lines.push_back(v);
+    v.x = b.x;
+    v.y = b.y;
+    m_target.lines.push_back(v);
 }
 
 void ShapeTessellator::fan(Vec2 center, float radius, float from, float to, int segments, const QColor& colour)
@@ -83,9 +93,26 @@ void ShapeTessellator::fan(Vec2 center, float radius, float from, float to, int 
     }
 }
 
+void ShapeTessellator::disc(Vec2 center, float radius, int segments, const QColor& colour)
+{
+    // The rim's corners as a fan from the centre would have them, but the
+    // triangles fan out from the first corner: the same area in two fewer
+    // triangles (the last corner, a whole turn round, is the first again).
+    segments = std::max(3, segments);
+    const Vec2 first{center.x + radius * std::cos(0.f), center.y + radius * std::sin(0.f)};
+    Vec2 previous{};
+    for (int i = 1; i < segments; ++i) {
+        const float t = 2 * kPi * float(i) / float(segments);
+        const Vec2 next{center.x + radius * std::cos(t), center.y + radius * std::sin(t)};
+        if (i > 1)
+            triangle(first, previous, next, colour);
+        previous = next;
+    }
+}
+
 void ShapeTessellator::circle(Vec2 center, float radius, float angle, const QColor& fill, const QColor& outline)
 {
-    fan(center, radius, 0, 2 * kPi, m_circleSegments, fill);
+    disc(center, radius, m_circleSegments, fill);
     include(center, radius);
     if (!drawsOutlines())
         return;
@@ -108,11 +135,7 @@ void ShapeTessellator::fillRing(const std::vector<Vec2>& ring, const QColor& col
             triangle(ring[0], ring[i], ring[i + 1], colour);
         return;
     }
-    std::vector<DVec2> points;
-    points.reserve(ring.size());
-    for (const Vec2& p : ring)
-        points.push_back({p.x, p.y});
-    for (const TriangleIndices& t : triangulateRing(points))
+    for (const TriangleIndices& t : RingFill::shared().triangles(ring))
         triangle(ring[size_t(t[0])], ring[size_t(t[1])], ring[size_t(t[2])], colour);
 }
 
@@ -194,15 +217,21 @@ void ShapeTessellator::chain(const std::vector<Vec2>& points, bool closed, float
     }
     if (radius > 0 && !m_coarse) {
         for (const Vec2& p : points)
-            fan(p, radius, 0, 2 * kPi, m_circleSegments / 2, fill);
+            disc(p, radius, m_circleSegments / 2, fill);
     }
 }
 
 void ShapeTessellator::marker(Vec2 at, float pixels, const QColor& colour)
 {
     const float h = pixels / 2;
-    const GeomVertex v[4] = {geomVertex(at, colour, -h, -h), geomVertex(at, colour, h, -h),
-                             geomVertex(at, colour, h, h), geomVertex(at, colour, -h, h)};
+    GeomVertex v[4];
+    v[0] = geomVertex(at, colour, -h, -h);
+    v[1] = v[0];
+    v[1].ox = h;
+    v[2] = v[1];
+    v[2].oy = h;
+    v[3] = v[2];
+    v[3].ox = -h;
     for (int i : {0, 1, 2, 0, 2, 3})
         m_target.triangles.push_back(v[i]);
     include(at);

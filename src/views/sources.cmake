@@ -6,8 +6,10 @@ target_sources(plaxgui PRIVATE
   views/labelpainter.cpp views/labelpainter.h
   views/playergeometry.cpp views/playergeometry.h
   views/playerview.cpp views/playerview.h
+  views/ringfill.cpp views/ringfill.h
   views/scenepicker.cpp views/scenepicker.h
   views/scenegeometry.cpp views/scenegeometry.h
+  views/scenegeometryupdate.cpp views/scenegeometryupdate.h
   views/scenerenderer.cpp views/scenerenderer.h
   views/selecttool.cpp views/selecttool.h
   views/shapegeometry.cpp views/shapegeometry.h

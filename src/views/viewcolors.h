@@ -35,4 +35,6 @@ struct ViewColors
     QColor bodyColor(BodyType type) const;
     /// The defaults with the user's settings applied.
     static ViewColors fromSettings();
+
+    friend bool operator==(const ViewColors&, const ViewColors&) = default;
 };

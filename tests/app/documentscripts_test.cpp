@@ -14,7 +14,9 @@
 #include "panels/scenescriptsdialog.h"
 #include "panels/scripthooksdialog.h"
 #include "panels/scripthooksmodel.h"
+#include "hooks/systemhookprocess.h"
 #include "support/guitesting.h"
+#include "support/testfiles.h"
 #include "views/editorview.h"
 
 #include <gtest/gtest.h>
@@ -30,7 +32,6 @@
 #include <QMdiSubWindow>
 #include <QTreeView>
 #include <QTemporaryDir>
-#include <QTimer>
 #include <QtTest/QTest>
 
 using namespace GuiTesting;
@@ -48,10 +49,13 @@ bool shouldDisplayProperty(body b, const string& in name) { return name != "angl
 void main() {}
 )";
 
-QString readText(const QString& path)
+using TestFiles::readText;
+
+// System commands run after an export in the editor are processes of the
+// application until they have ended and reported.
+int commandsRunning()
 {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+    return int(qApp->findChildren<SystemHookProcess*>().size());
 }
 
 class DocumentScriptsWindowTest : public ::testing::Test
@@ -102,8 +106,6 @@ protected:
     int labelsDrawn()
     {
         EditorView* v = view();
-        v->update();
-        QTest::qWait(150);
         v->grab();
         return v->lastLabelCount();
     }
@@ -111,7 +113,7 @@ protected:
     {
         EXPECT_TRUE(document.scripting().runOneShot("getBody('crate').select();", QString()));
         auto* panel = window->findChild<PropertiesPanel*>();
-        waitFor([&] { return panel->findChild<QLineEdit*>("body/Name") != nullptr; }, 2000);
+        waitFor([&] { return panel->findChild<QLineEdit*>("body/Name") != nullptr; });
         EXPECT_NE(panel->findChild<QLineEdit*>("body/Name"), nullptr);
         return panel->findChild<QLineEdit*>("body/Angle (rad)") != nullptr;
     }
@@ -139,9 +141,9 @@ TEST_F(DocumentScriptsWindowTest, RefusedScriptsRunNotAndAnAgreementIsAskedOnceA
     EXPECT_TRUE(angleRowShown(opened->document()));
     auto* exports = window->findChild<ExportActions*>();
     ASSERT_TRUE(exports->exportTo(ExportKind::RawInfo, dir.filePath("refused.json")));
-    QTest::qWait(300);
     EXPECT_TRUE(QFile::exists(dir.filePath("refused.json")));
-    EXPECT_FALSE(QFile::exists(dir.filePath("ran.txt"))) << "refused: the command does not run";
+    EXPECT_EQ(commandsRunning(), 0) << "refused: the command does not start with the export";
+    EXPECT_FALSE(QFile::exists(dir.filePath("ran.txt")));
     window.reset();
 
     // Agreeing shows the scripts' work, and is not asked again for the same file.
@@ -154,11 +156,10 @@ TEST_F(DocumentScriptsWindowTest, RefusedScriptsRunNotAndAnAgreementIsAskedOnceA
     window.reset();
 
     openWindow();
-    BoxSeen again;
-    answerNextMessageBox(QMessageBox::No, &again, 1500);
-    ASSERT_NE(window->workspace()->openFile(path), nullptr);
-    QTest::qWait(1600);
-    EXPECT_FALSE(again.seen) << "remembered for this path and content";
+    {
+        NoDialogExpected notAgain; // remembered for this path and content
+        ASSERT_NE(window->workspace()->openFile(path), nullptr);
+    }
     EXPECT_EQ(labelsDrawn(), 1);
 
     // A changed script list is a new question.
@@ -188,10 +189,7 @@ TEST_F(DocumentScriptsWindowTest, HooksDialogWritesTheTableAndADigitKeyRunsItsHo
     EditorDocument& document = opened->document();
 
     bool edited = false;
-    QTimer::singleShot(300, [&] {
-        auto* dialog = qobject_cast<ScriptHooksDialog*>(QApplication::activeModalWidget());
-        if (!dialog)
-            return;
+    handleNextDialog<ScriptHooksDialog>([&](ScriptHooksDialog* dialog) {
         QTreeView* tree = dialog->tree();
         const auto click = [tree](const QModelIndex& index) {
             tree->scrollTo(index);
@@ -219,7 +217,7 @@ TEST_F(DocumentScriptsWindowTest, HooksDialogWritesTheTableAndADigitKeyRunsItsHo
     const int before = document.undoStack().count();
     opened->setFocus();
     QTest::keyClick(opened, Qt::Key_5);
-    ASSERT_TRUE(waitFor([&] { return document.undoStack().count() == before + 1; }, 3000));
+    ASSERT_TRUE(waitFor([&] { return document.undoStack().count() == before + 1; }));
     EXPECT_EQ(document.undoStack().text(document.undoStack().count() - 1), "script hook [Keypress: 5]");
     const MetaItem* crate = document.world().registry(ItemKind::Body).findByName("crate");
     EXPECT_FLOAT_EQ(static_cast<const MetaBody*>(crate)->position.x, 7.f);
@@ -240,10 +238,7 @@ TEST_F(DocumentScriptsWindowTest, ExportFromTheMenuRunsHooksAndTheCommandSetInTh
     EditorDocument& document = opened->document();
 
     QString tooltip;
-    QTimer::singleShot(300, [&] {
-        auto* dialog = qobject_cast<SceneScriptsDialog*>(QApplication::activeModalWidget());
-        if (!dialog)
-            return;
+    handleNextDialog<SceneScriptsDialog>([&](SceneScriptsDialog* dialog) {
         dialog->enabledBox()->setChecked(true);
         dialog->commandField()->setText("echo %{PLAXFILE} > 'marker of %{EXPORTFILE}.txt'");
         tooltip = dialog->commandField()->toolTip();
@@ -264,8 +259,8 @@ TEST_F(DocumentScriptsWindowTest, ExportFromTheMenuRunsHooksAndTheCommandSetInTh
     ASSERT_TRUE(exports->exportTo(ExportKind::RawInfo, dir.filePath("out dir/level one.json")));
     EXPECT_TRUE(asked.seen);
     EXPECT_TRUE(asked.text.contains("after.rs"));
-    EXPECT_TRUE(waitFor([&] { return QFile::exists(dir.filePath("out dir/marker of level one.json.txt")); }, 5000));
-    QTest::qWait(300); // the command ends after its file appears
-    EXPECT_EQ(readText(dir.filePath("out dir/marker of level one.json.txt")), "demo.plax\n");
+    const QString marker = dir.filePath("out dir/marker of level one.json.txt");
+    EXPECT_TRUE(waitFor([&] { return commandsRunning() == 0 && QFile::exists(marker); }));
+    EXPECT_EQ(readText(marker), "demo.plax\n");
     EXPECT_EQ(readText(dir.filePath("after.txt")), "After export");
 }

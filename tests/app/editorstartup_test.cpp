@@ -19,13 +19,11 @@
 #include <QDialogButtonBox>
 #include <QDir>
 #include <QDirIterator>
-#include <QElapsedTimer>
 #include <QLineEdit>
 #include <QProcess>
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTemporaryDir>
-#include <QTimer>
 #include <QtTest/QTest>
 
 #include <memory>
@@ -99,18 +97,8 @@ struct OptionsSeen
 // its state, types `path` into the working-directory field and presses OK.
 void answerOptionsDialog(const QString& path, OptionsSeen* seen)
 {
-    auto* timer = new QTimer(qApp);
-    auto* clock = new QElapsedTimer;
-    clock->start();
-    QObject::connect(timer, &QTimer::timeout, timer, [timer, clock, path, seen] {
-        auto* dialog = qobject_cast<PreferencesDialog*>(QApplication::activeModalWidget());
-        if ((!dialog || !dialog->isVisible()) && clock->elapsed() < 10000)
-            return;
-        timer->stop();
-        timer->deleteLater();
-        delete clock;
-        if (!dialog)
-            return;
+    // Any other dialog fails the test with its title and text and is closed.
+    GuiTesting::handleNextDialog<PreferencesDialog>([path, seen](PreferencesDialog* dialog) {
         auto* tabs = dialog->findChild<QTabWidget*>("PreferencesTabs");
         auto* field = dialog->findChild<QLineEdit*>("pref_workspace_workingdirectory");
         seen->seen = true;
@@ -123,12 +111,13 @@ void answerOptionsDialog(const QString& path, OptionsSeen* seen)
             QTest::keyClicks(field, path);
         }
         auto* buttons = dialog->findChild<QDialogButtonBox*>("PreferencesButtons");
-        if (buttons)
+        if (buttons) {
             buttons->button(QDialogButtonBox::Ok)->click();
-        else
+        } else {
+            ADD_FAILURE() << "the options dialog has no buttons: " << GuiTesting::describeDialog(dialog).toStdString();
             dialog->reject();
+        }
     });
-    timer->start(20);
 }
 } // namespace
 

@@ -3,6 +3,7 @@
 // the batch tool and as the editor on the test's display.
 #include "support/guitesting.h"
 #include "app/toolrun.h"
+#include "support/testfiles.h"
 
 #include <gtest/gtest.h>
 
@@ -16,25 +17,6 @@
 namespace
 {
 const QString kPrefix = QStringLiteral("/usr");
-
-QMap<QString, QByteArray> filesUnder(const QString& folder)
-{
-    QMap<QString, QByteArray> files;
-    QDirIterator it(folder, QDir::Files | QDir::NoDotAndDotDot, QDirIterator::Subdirectories);
-    while (it.hasNext()) {
-        const QString path = it.next();
-        QFile file(path);
-        file.open(QIODevice::ReadOnly);
-        files.insert(QDir(folder).relativeFilePath(path), file.readAll());
-    }
-    return files;
-}
-
-QString readText(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
-}
 
 // Starts the editor in `folder`, waits until its log in that folder shows
 // `line` (or it ends), then stops it and returns the log. `*reached` tells
@@ -58,7 +40,7 @@ QString runEditorUntil(const QString& program, const QString& folder, const QMap
     *reached = editor.waitForStarted() &&
                GuiTesting::waitFor(
                    [&] {
-                       log = readText(QDir(folder).filePath(QStringLiteral("plax.log")));
+                       log = TestFiles::readText(QDir(folder).filePath(QStringLiteral("plax.log")));
                        return log.contains(line) || editor.state() == QProcess::NotRunning;
                    },
                    60000) &&
@@ -68,7 +50,7 @@ QString runEditorUntil(const QString& program, const QString& folder, const QMap
         editor.kill();
         editor.waitForFinished();
     }
-    return readText(QDir(folder).filePath(QStringLiteral("plax.log")));
+    return TestFiles::readText(QDir(folder).filePath(QStringLiteral("plax.log")));
 }
 
 // One installation per test under a fresh DESTDIR, with fresh user folders
@@ -110,7 +92,7 @@ TEST_F(InstalledPlax, InstallsTheProgramItsDataAndTheDesktopFilesUnderThePrefix)
     EXPECT_EQ(QDir(destdir).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), QStringList{"usr"})
         << "nothing is installed outside the prefix";
     EXPECT_TRUE(QFileInfo(plax).isExecutable());
-    EXPECT_EQ(filesUnder(usr + "/share/plax/config"), filesUnder(QStringLiteral(PLAX_SOURCE_DIR "/config")))
+    EXPECT_EQ(TestFiles::filesUnder(usr + "/share/plax/config"), TestFiles::filesUnder(QStringLiteral(PLAX_SOURCE_DIR "/config")))
         << "the whole default configuration";
     EXPECT_TRUE(QFileInfo::exists(usr + "/share/plax/examples/demo.plax"));
     for (const char* file :
@@ -137,7 +119,7 @@ TEST_F(InstalledPlax, DesktopEntryFileTypeAndMetadataAreValid)
     EXPECT_EQ(desktop.exitCode, 0) << desktop.out.toStdString() << desktop.err.toStdString();
     EXPECT_EQ(desktop.out + desktop.err, "") << "not even a hint";
 
-    const QString entry = readText(desktopFile);
+    const QString entry = TestFiles::readText(desktopFile);
     EXPECT_TRUE(entry.contains("\nExec=plax %F\n")) << "scenes opened from a file manager reach the editor";
     EXPECT_TRUE(entry.contains("\nMimeType=application/x-plax;\n"));
     EXPECT_TRUE(entry.contains("\nIcon=org.quoxel2d.plax\n"));
@@ -147,7 +129,7 @@ TEST_F(InstalledPlax, DesktopEntryFileTypeAndMetadataAreValid)
     const ToolRun meta = runTool(appstream, {"validate", "--no-net", "--pedantic",
                                              usr + "/share/metainfo/org.quoxel2d.plax.metainfo.xml"});
     EXPECT_EQ(meta.exitCode, 0) << meta.out.toStdString() << meta.err.toStdString();
-    const QString metainfo = readText(usr + "/share/metainfo/org.quoxel2d.plax.metainfo.xml");
+    const QString metainfo = TestFiles::readText(usr + "/share/metainfo/org.quoxel2d.plax.metainfo.xml");
     EXPECT_TRUE(metainfo.contains("<launchable type=\"desktop-id\">org.quoxel2d.plax.desktop</launchable>"));
     EXPECT_TRUE(metainfo.contains("<binary>plax</binary>"));
 
@@ -159,9 +141,9 @@ TEST_F(InstalledPlax, DesktopEntryFileTypeAndMetadataAreValid)
     ASSERT_TRUE(QFile::copy(usr + "/share/mime/packages/org.quoxel2d.plax.xml", mime + "/packages/plax.xml"));
     const ToolRun database = runTool(updateMime, {mime});
     EXPECT_EQ(database.exitCode, 0) << database.err.toStdString();
-    EXPECT_TRUE(readText(mime + "/globs2").contains("application/x-plax:*.plax")) << readText(mime + "/globs2").toStdString();
-    EXPECT_TRUE(readText(mime + "/icons").contains("application/x-plax:application-x-plax"));
-    EXPECT_TRUE(readText(mime + "/subclasses").contains("application/x-plax application/json"));
+    EXPECT_TRUE(TestFiles::readText(mime + "/globs2").contains("application/x-plax:*.plax")) << TestFiles::readText(mime + "/globs2").toStdString();
+    EXPECT_TRUE(TestFiles::readText(mime + "/icons").contains("application/x-plax:application-x-plax"));
+    EXPECT_TRUE(TestFiles::readText(mime + "/subclasses").contains("application/x-plax application/json"));
 }
 
 TEST_F(InstalledPlax, InstalledBatchToolExportsTheExampleFromAnEmptyFolder)
@@ -175,9 +157,9 @@ TEST_F(InstalledPlax, InstalledBatchToolExportsTheExampleFromAnEmptyFolder)
     const QString reference = emptyFolder("reference");
     const ToolRun built = runTool(QStringLiteral(PLAX_BINARY), {"-i", example, "-e", "demo.json"}, reference, environment);
     ASSERT_EQ(built.exitCode, 0) << built.out.toStdString();
-    const QString exported = readText(folder + "/demo.json");
+    const QString exported = TestFiles::readText(folder + "/demo.json");
     EXPECT_TRUE(exported.contains("\"body\"")) << exported.left(200).toStdString();
-    EXPECT_EQ(exported, readText(reference + "/demo.json"));
+    EXPECT_EQ(exported, TestFiles::readText(reference + "/demo.json"));
     EXPECT_TRUE(QFileInfo::exists(folder + "/resaved.plax"));
     EXPECT_FALSE(QFileInfo::exists(root.filePath("data-home/quoxel2d/plax")))
         << "batch runs leave the per-user folder alone";
@@ -200,12 +182,12 @@ TEST_F(InstalledPlax, InstalledEditorSeedsTheUserFolderOnceAndFindsItsMenu)
     ASSERT_FALSE(userFolder.isEmpty()) << "the per-user folder was made";
     EXPECT_TRUE(log.contains("Set current working directory to " + userFolder + " (the per-user folder"))
         << log.toStdString();
-    const int files = filesUnder(installedConfig).size();
+    const int files = TestFiles::filesUnder(installedConfig).size();
     EXPECT_TRUE(log.contains(QStringLiteral("Copied the default configuration (%1 files) from %2 into %3/config")
                                  .arg(files)
                                  .arg(installedConfig, userFolder)))
         << log.toStdString();
-    EXPECT_EQ(filesUnder(userFolder + "/config"), filesUnder(installedConfig));
+    EXPECT_EQ(TestFiles::filesUnder(userFolder + "/config"), TestFiles::filesUnder(installedConfig));
 
     // The user's own menu survives the next start.
     const QString layout = userFolder + "/config/actionMenu/default/layout.json";

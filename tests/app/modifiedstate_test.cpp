@@ -76,14 +76,24 @@ protected:
         BoxSeen seen;
         QTimer watch;
         QObject::connect(&watch, &QTimer::timeout, [&seen, answer] {
-            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-            if (!box)
+            QWidget* modal = QApplication::activeModalWidget();
+            auto* box = qobject_cast<QMessageBox*>(modal);
+            if (!box) {
+                // Only a question may come: anything else fails and is closed.
+                if (modal) {
+                    ADD_FAILURE() << "expected a message box, but this came: " << describeDialog(modal).toStdString();
+                    modal->close();
+                }
                 return;
+            }
             seen = {true, box->windowTitle(), box->text()};
-            if (QAbstractButton* button = box->button(answer))
+            if (QAbstractButton* button = box->button(answer)) {
                 button->click();
-            else
+            } else {
+                ADD_FAILURE() << "the message box has no button " << int(answer) << ": "
+                              << describeDialog(box).toStdString();
                 box->reject();
+            }
         });
         watch.start(20);
         call();

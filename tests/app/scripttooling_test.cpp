@@ -20,6 +20,7 @@
 #include "panels/tipsdialog.h"
 #include "support/guitesting.h"
 #include "support/logcapture.h"
+#include "support/testfiles.h"
 #include "views/editorview.h"
 
 #include <gtest/gtest.h>
@@ -37,7 +38,6 @@
 #include <QPushButton>
 #include <QStatusBar>
 #include <QTemporaryDir>
-#include <QTimer>
 #include <QUrl>
 #include <QtTest/QTest>
 
@@ -191,8 +191,8 @@ TEST_F(ScriptToolingTest, LibraryFileIsTheLiveScriptAndPrintsGoToTheOutputPanel)
 
     tooling->scriptEditor()->editor()->append("print('edited in the editor');\n");
     window->findChild<QDockWidget*>("MessageLogDock")->raise();
-    QTest::qWait(50);
-    EXPECT_TRUE(window->findChild<QDockWidget*>("ScriptDock")->visibleRegion().isEmpty()) << "behind the message log";
+    EXPECT_TRUE(waitFor([&] { return window->findChild<QDockWidget*>("ScriptDock")->visibleRegion().isEmpty(); }))
+        << "behind the message log";
     window->activateWindow();
     window->action("actionRunScript")->trigger();
     const MetaBody* ball = static_cast<const MetaBody*>(document->world().registry(ItemKind::Body).findByName("ball"));
@@ -207,9 +207,7 @@ TEST_F(ScriptToolingTest, LibraryFileIsTheLiveScriptAndPrintsGoToTheOutputPanel)
     ASSERT_NE(outputDock, nullptr);
     EXPECT_TRUE(waitFor([outputDock] { return !outputDock->visibleRegion().isEmpty(); }))
         << "after a run the output comes to the front of its tab group";
-    QFile saved(file);
-    ASSERT_TRUE(saved.open(QIODevice::ReadOnly));
-    EXPECT_TRUE(saved.readAll().contains("edited in the editor")) << "running saves the library file first";
+    EXPECT_TRUE(TestFiles::readText(file).contains("edited in the editor")) << "running saves the library file first";
 
     // A compile error of the live script is reported in the output panel.
     tooling->scriptEditor()->editor()->setText("print('x');\nint y = ;\n");
@@ -222,11 +220,9 @@ TEST_F(ScriptToolingTest, LibraryFileIsTheLiveScriptAndPrintsGoToTheOutputPanel)
 TEST_F(ScriptToolingTest, AboutShowsTheLibrariesAndFeedbackOpensTheIssuePage)
 {
     QString aboutText;
-    QTimer::singleShot(100, [&aboutText] {
-        if (auto* dialog = qobject_cast<AboutDialog*>(QApplication::activeModalWidget())) {
-            aboutText = dialog->findChild<QWidget*>("AboutText")->property("text").toString();
-            dialog->reject();
-        }
+    handleNextDialog<AboutDialog>([&aboutText](AboutDialog* dialog) {
+        aboutText = dialog->findChild<QWidget*>("AboutText")->property("text").toString();
+        dialog->reject();
     });
     window->action("actionAbout")->trigger();
     EXPECT_TRUE(aboutText.contains("QScintilla")) << aboutText.toStdString();
@@ -281,7 +277,8 @@ TEST_F(ScriptToolingTest, TipsShowBesideTheWindowWithoutBlockingItOrTakingTheFir
     // Turned off, start-up shows none.
     openAppSettings()->setValue(TipsDialog::kShowAtStartupKey, false);
     dialogs->startUp();
-    EXPECT_FALSE(waitFor([&] { return dialogs->tipsWindow() != nullptr; }, 500));
+    deliverPostedEvents(); // the tips would come with the events start-up posts
+    EXPECT_EQ(dialogs->tipsWindow(), nullptr);
 }
 
 TEST_F(ScriptToolingTest, ScriptQuestionsOpenDialogsOnTheInterfaceThread)
@@ -291,23 +288,18 @@ TEST_F(ScriptToolingTest, ScriptQuestionsOpenDialogsOnTheInterfaceThread)
     const MetaBody* ball = static_cast<const MetaBody*>(document->world().registry(ItemKind::Body).findByName("ball"));
     ASSERT_NE(ball, nullptr);
     QString prompt;
-    QTimer::singleShot(100, [&prompt] {
-        if (auto* dialog = qobject_cast<ScriptQueryNumericValueDialog*>(QApplication::activeModalWidget())) {
-            prompt = dialog->findChild<QWidget*>("ScriptQueryPrompt")->property("text").toString();
-            EXPECT_DOUBLE_EQ(dialog->field()->value(), 2);
-            dialog->field()->setValue(0.5);
-            dialog->accept();
-        }
+    handleNextDialog<ScriptQueryNumericValueDialog>([&prompt](ScriptQueryNumericValueDialog* dialog) {
+        prompt = dialog->findChild<QWidget*>("ScriptQueryPrompt")->property("text").toString();
+        EXPECT_DOUBLE_EQ(dialog->field()->value(), 2);
+        dialog->field()->setValue(0.5);
+        dialog->accept();
     });
     ASSERT_TRUE(ScriptBackground::runOneOffScript(*document, "getBody('ball').setAngle(queryNumericValue('How far?', 2));",
                                                   "ask"));
     EXPECT_EQ(prompt, "How far?");
     EXPECT_FLOAT_EQ(ball->angle, 0.5f);
 
-    QTimer::singleShot(100, [] {
-        if (auto* dialog = qobject_cast<ScriptQueryYesNoDialog*>(QApplication::activeModalWidget()))
-            dialog->reject();
-    });
+    handleNextDialog<ScriptQueryYesNoDialog>([](ScriptQueryYesNoDialog* dialog) { dialog->reject(); });
     ASSERT_TRUE(ScriptBackground::runOneOffScript(*document, "if (!queryYesNo('Turn?')) getBody('ball').setAngle(1.5);",
                                                   "ask"));
     EXPECT_FLOAT_EQ(ball->angle, 1.5f) << "No answers false";

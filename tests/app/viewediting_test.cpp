@@ -12,6 +12,7 @@
 #include "model/metaworld.h"
 #include "sampling/samplerframe.h"
 #include "support/guitesting.h"
+#include "support/testfiles.h"
 #include "views/editorview.h"
 
 #include <gtest/gtest.h>
@@ -70,14 +71,7 @@ protected:
         QMouseEvent move(QEvent::MouseMove, at, view->mapToGlobal(at), Qt::NoButton, buttons, modifiers);
         QApplication::sendEvent(view, &move);
     }
-    QByteArray savedBytes()
-    {
-        const QString target = dir.filePath("check.plax");
-        EXPECT_TRUE(saveSceneFile(doc->world(), target));
-        QFile file(target);
-        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-        return file.readAll();
-    }
+    QByteArray savedBytes() { return TestFiles::savedScene(doc->world(), dir.filePath("check.plax")); }
     static Vec2 worldOf(const MetaBody& b, Vec2 local)
     {
         const float c = std::cos(b.angle), s = std::sin(b.angle);

@@ -3,6 +3,7 @@
 #include "app/workingfolder.h"
 #include "base/settings.h"
 #include "support/logcapture.h"
+#include "support/testfiles.h"
 
 #include <gtest/gtest.h>
 
@@ -13,33 +14,6 @@
 
 namespace
 {
-QMap<QString, QByteArray> filesUnder(const QString& folder)
-{
-    QMap<QString, QByteArray> files;
-    QDirIterator it(folder, QDir::Files | QDir::Hidden | QDir::NoDotAndDotDot, QDirIterator::Subdirectories);
-    while (it.hasNext()) {
-        const QString path = it.next();
-        QFile file(path);
-        file.open(QIODevice::ReadOnly);
-        files.insert(QDir(folder).relativeFilePath(path), file.readAll());
-    }
-    return files;
-}
-
-void writeFile(const QString& path, const QByteArray& content)
-{
-    QDir().mkpath(QFileInfo(path).absolutePath());
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly)) << path.toStdString();
-    file.write(content);
-}
-
-QByteArray readFile(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("<missing>");
-}
-
 // An installed tree: PREFIX/bin and PREFIX/share/plax/config holding a copy of
 // the project's configuration; each test starts in an empty folder with no
 // working directory configured and no per-user folder yet.
@@ -53,10 +27,10 @@ protected:
         QDir().mkpath(startFolder);
         QDir().mkpath(QDir(root.path()).filePath("prefix/bin"));
         installed = QDir(root.path()).filePath("prefix/share/plax/config");
-        const QMap<QString, QByteArray> project = filesUnder(QStringLiteral(PLAX_SOURCE_DIR "/config"));
+        const QMap<QString, QByteArray> project = TestFiles::filesUnder(QStringLiteral(PLAX_SOURCE_DIR "/config"));
         ASSERT_TRUE(project.contains("actionMenu/default/layout.json"));
         for (auto it = project.begin(); it != project.end(); ++it)
-            writeFile(QDir(installed).filePath(it.key()), it.value());
+            TestFiles::write(QDir(installed).filePath(it.key()), it.value());
         openAppSettings()->remove(QLatin1String(SettingsKeys::kWorkingDirectory));
         QDir(userWorkingFolder()).removeRecursively();
         previous = QDir::currentPath();
@@ -83,7 +57,7 @@ TEST_F(WorkingFolderTest, InstalledConfigurationIsFoundFromTheProgramFolder)
     EXPECT_EQ(installedConfigFolder(bin, "../share/plax"), QDir::cleanPath(installed));
     EXPECT_EQ(installedConfigFolder(bin, "../share/elsewhere"), QString());
     // A file where the folder should be is not a configuration.
-    writeFile(QDir(root.path()).filePath("prefix/share/other/config"), "not a folder");
+    TestFiles::write(QDir(root.path()).filePath("prefix/share/other/config"), "not a folder");
     EXPECT_EQ(installedConfigFolder(bin, "../share/other"), QString());
 }
 
@@ -94,35 +68,35 @@ TEST_F(WorkingFolderTest, SeedingCopiesEveryFileOnceAndNeverAgain)
     QString error;
     const int copied = seedConfiguration(installed, target, &error);
     EXPECT_EQ(error, QString());
-    const QMap<QString, QByteArray> original = filesUnder(installed);
+    const QMap<QString, QByteArray> original = TestFiles::filesUnder(installed);
     EXPECT_EQ(copied, original.size());
-    EXPECT_EQ(filesUnder(QDir(target).filePath("config")), original);
+    EXPECT_EQ(TestFiles::filesUnder(QDir(target).filePath("config")), original);
     EXPECT_EQ(QDir(target).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot), QStringList{"config"})
         << "no staging folder is left behind";
 
     // The user changes one file and deletes another: a later seeding leaves both so.
     const QString layout = QDir(target).filePath("config/actionMenu/default/layout.json");
-    writeFile(layout, "{\"children\": []}");
+    TestFiles::write(layout, "{\"children\": []}");
     const QString script = QDir(target).filePath("config/scripts/hello.rs");
     ASSERT_TRUE(QFile::remove(script));
     EXPECT_EQ(seedConfiguration(installed, target, &error), 0);
-    EXPECT_EQ(readFile(layout), "{\"children\": []}");
+    EXPECT_EQ(TestFiles::read(layout), "{\"children\": []}");
     EXPECT_FALSE(QFile::exists(script));
 }
 
 TEST_F(WorkingFolderTest, AFolderWithItsOwnConfigIsLeftAlone)
 {
     const QString target = QDir(root.path()).filePath("mine");
-    writeFile(QDir(target).filePath("config/notes.txt"), "mine");
+    TestFiles::write(QDir(target).filePath("config/notes.txt"), "mine");
     QString error;
     EXPECT_EQ(seedConfiguration(installed, target, &error), 0);
-    EXPECT_EQ(filesUnder(QDir(target).filePath("config")).keys(), QStringList{"notes.txt"});
+    EXPECT_EQ(TestFiles::filesUnder(QDir(target).filePath("config")).keys(), QStringList{"notes.txt"});
 }
 
 TEST_F(WorkingFolderTest, SeedingIntoSomethingThatIsNoFolderFails)
 {
     const QString notAFolder = QDir(root.path()).filePath("plain-file");
-    writeFile(notAFolder, "x");
+    TestFiles::write(notAFolder, "x");
     QString error;
     EXPECT_EQ(seedConfiguration(installed, notAFolder, &error), -1);
     EXPECT_FALSE(error.isEmpty());
@@ -139,13 +113,13 @@ TEST_F(WorkingFolderTest, BatchRunsStayInTheStartFolderWithoutAPreference)
 
 TEST_F(WorkingFolderTest, EditorKeepsAStartFolderThatHasTheDefaultMenu)
 {
-    writeFile(QDir(startFolder).filePath(kDefaultActionMenuLayout), "{\"children\": []}");
+    TestFiles::write(QDir(startFolder).filePath(kDefaultActionMenuLayout), "{\"children\": []}");
     LogCapture log;
     const WorkingFolder folder = prepareEditorWorkingFolder(installed);
     EXPECT_EQ(folder.source, WorkingFolder::Source::StartFolder);
     EXPECT_EQ(folder.seededFiles, 0);
     EXPECT_EQ(QDir::currentPath(), QDir(startFolder).canonicalPath());
-    EXPECT_EQ(filesUnder(QDir(startFolder).filePath("config")).size(), 1);
+    EXPECT_EQ(TestFiles::filesUnder(QDir(startFolder).filePath("config")).size(), 1);
     reportWorkingFolder(folder);
     EXPECT_TRUE(log.has(LOG_DEBUG, "Current working directory is " + QDir::currentPath())) << log.dump().toStdString();
 }
@@ -159,8 +133,8 @@ TEST_F(WorkingFolderTest, EditorOtherwiseWorksInTheSeededPerUserFolder)
     EXPECT_EQ(QDir::currentPath(), QDir(userWorkingFolder()).canonicalPath());
     EXPECT_TRUE(userWorkingFolder().startsWith(qEnvironmentVariable("XDG_DATA_HOME")))
         << "the per-user folder follows XDG_DATA_HOME";
-    EXPECT_EQ(folder.seededFiles, filesUnder(installed).size());
-    EXPECT_EQ(filesUnder(QDir(userWorkingFolder()).filePath("config")), filesUnder(installed));
+    EXPECT_EQ(folder.seededFiles, TestFiles::filesUnder(installed).size());
+    EXPECT_EQ(TestFiles::filesUnder(QDir(userWorkingFolder()).filePath("config")), TestFiles::filesUnder(installed));
     reportWorkingFolder(folder);
     EXPECT_TRUE(log.hasLineStartingWith(LOG_INFO, "Set current working directory to " + QDir::currentPath()))
         << log.dump().toStdString();
@@ -171,13 +145,13 @@ TEST_F(WorkingFolderTest, EditorOtherwiseWorksInTheSeededPerUserFolder)
 
     // Next start: the user's edit stays, nothing is copied.
     const QString layout = QDir(userWorkingFolder()).filePath(kDefaultActionMenuLayout);
-    writeFile(layout, "{\"children\": [{\"type\": \"menu\", \"name\": \"Mine\", \"children\": []}]}");
+    TestFiles::write(layout, "{\"children\": [{\"type\": \"menu\", \"name\": \"Mine\", \"children\": []}]}");
     ASSERT_TRUE(QDir::setCurrent(startFolder));
     log.clear();
     folder = prepareEditorWorkingFolder(installed);
     EXPECT_EQ(folder.source, WorkingFolder::Source::UserFolder);
     EXPECT_EQ(folder.seededFiles, 0);
-    EXPECT_TRUE(readFile(layout).contains("Mine"));
+    EXPECT_TRUE(TestFiles::read(layout).contains("Mine"));
     reportWorkingFolder(folder);
     EXPECT_FALSE(log.contains(LOG_INFO, "Copied the default configuration"));
 }
@@ -236,7 +210,7 @@ TEST_F(WorkingFolderTest, ChangingTheFolderLaterSeedsItLikeAConfiguredOne)
     const WorkingFolder folder = changeWorkingFolder(later, installed);
     EXPECT_TRUE(folder.changed);
     EXPECT_EQ(QDir::currentPath(), QDir(later).canonicalPath());
-    EXPECT_EQ(folder.seededFiles, filesUnder(installed).size());
+    EXPECT_EQ(folder.seededFiles, TestFiles::filesUnder(installed).size());
 
     const WorkingFolder failed = changeWorkingFolder(QDir(root.path()).filePath("nowhere"), installed);
     EXPECT_FALSE(failed.changed);

@@ -23,6 +23,9 @@ const QString& fuzzScratchFolder()
         QStandardPaths::setTestModeEnabled(true);
         AppFlags::setBatchMode(true);
         Log::setThreshold(LOG_FATAL);
+        // Removed when the process ends normally (a replay, or a fuzzing
+        // run that found nothing).
+        std::atexit([] { delete dir; });
         return new QTemporaryDir();
     }();
     static const QString path = dir->path();

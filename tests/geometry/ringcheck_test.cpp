@@ -50,34 +50,6 @@ TEST(RingCheck, NonFiniteCoordinatesAreNotFlagged)
     EXPECT_FALSE(ringSelfIntersects({{0, 0}, {1, 0}, {nan, 1}, {0, 1}}));
 }
 
-TEST(RingCheck, LargeRingMatchesBruteForce)
-{
-    std::mt19937 rng(7);
-    std::uniform_real_distribution<float> coord(-10, 10);
-    for (int trial = 0; trial < 200; ++trial) {
-        std::vector<Vec2> ring;
-        const int n = 4 + trial % 9;
-        for (int i = 0; i < n; ++i)
-            ring.push_back({coord(rng), coord(rng)});
-        // Brute force: every pair of non-adjacent edges.
-        auto orient = [](Vec2 a, Vec2 b, Vec2 c) {
-            const double v = (double(b.x) - a.x) * (double(c.y) - a.y) - (double(b.y) - a.y) * (double(c.x) - a.x);
-            return (v > 0) - (v < 0);
-        };
-        bool expected = false;
-        for (int i = 0; i < n && !expected; ++i) {
-            for (int j = i + 1; j < n && !expected; ++j) {
-                if (j == i + 1 || (i == 0 && j == n - 1))
-                    continue;
-                Vec2 a = ring[i], b = ring[(i + 1) % n], c = ring[j], d = ring[(j + 1) % n];
-                expected = orient(a, b, c) * orient(a, b, d) < 0 && orient(c, d, a) * orient(c, d, b) < 0;
-            }
-        }
-        // Random float points are never exactly collinear, so proper crossings decide.
-        EXPECT_EQ(ringSelfIntersects(ring), expected) << "trial " << trial;
-    }
-}
-
 TEST(RingCheck, AgreesWithTheEarlierCheckOnDegenerateAndRandomRings)
 {
     // Small integer coordinates make shared points, touching vertices,

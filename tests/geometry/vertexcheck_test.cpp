@@ -30,16 +30,6 @@ TEST(CoincidenceCheck, ClosingPairIsCompared)
     EXPECT_EQ(findCoincidentVertices({{0, 0}, {0, 0}}), 0);
 }
 
-TEST(CoincidenceCheck, LogsTheFirstPairAtDebugLevel)
-{
-    LogCapture log;
-    EXPECT_FALSE(passesCoincidenceCheck({{0, 0}, {1, 0}, {1, 0}, {2, 2}}));
-    EXPECT_EQ(log.texts(LOG_DEBUG), QStringList{"Vertices are too close at (1.000000,0.000000) (1.000000,0.000000)"});
-    log.clear();
-    EXPECT_TRUE(passesCoincidenceCheck(TestRings::square()));
-    EXPECT_TRUE(log.lines().empty());
-}
-
 TEST(VertexUsability, RejectsNonFiniteAndHugeCoordinates)
 {
     EXPECT_TRUE(verticesUsable(TestRings::square(1000)));

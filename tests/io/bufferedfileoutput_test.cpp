@@ -1,6 +1,7 @@
 // Where the buffered output puts its bytes: regular files are replaced whole
 // on commit, devices and named pipes are written in place and stay what they are.
 #include "io/bufferedfileoutput.h"
+#include "support/testfiles.h"
 
 #include <gtest/gtest.h>
 
@@ -18,12 +19,6 @@
 
 namespace
 {
-QByteArray readAll(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 bool isCharacterDevice(const char* path)
 {
     struct stat info = {};
@@ -86,9 +81,9 @@ TEST(BufferedFileOutput, ARegularFileIsReplacedOnlyOnCommit)
         ASSERT_TRUE(out.isOpen());
         EXPECT_FALSE(out.writesInPlace());
         out.write("new text", 8);
-        EXPECT_EQ(readAll(path), "old") << "nothing reaches the target before commit";
+        EXPECT_EQ(TestFiles::read(path), "old") << "nothing reaches the target before commit";
     }
-    EXPECT_EQ(readAll(path), "old") << "without commit the file stays as it was";
+    EXPECT_EQ(TestFiles::read(path), "old") << "without commit the file stays as it was";
     EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files), QStringList({"scene.json"})) << "no temporary file is left";
 
     BufferedFileOutput out(path);
@@ -97,7 +92,7 @@ TEST(BufferedFileOutput, ARegularFileIsReplacedOnlyOnCommit)
     out.write(text.constData(), size_t(text.size()));
     out.Put('!');
     ASSERT_TRUE(out.commit());
-    EXPECT_EQ(readAll(path), text + '!');
+    EXPECT_EQ(TestFiles::read(path), text + '!');
 }
 
 TEST(BufferedFileOutput, ANamedPipeIsWrittenInPlaceAndStaysAPipe)

@@ -441,18 +441,6 @@ void expectSameWorld(const MetaWorld& a, const MetaWorld& b)
     EXPECT_EQ(a.fixtureCount(), b.fixtureCount());
 }
 
-bool writeFile(const QString& path, const QByteArray& bytes)
-{
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
-}
-
-QByteArray readFile(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 QByteArray sceneText(const QByteArray& metaworldMembers)
 {
     return "{\"metaworld\": {" + metaworldMembers + "}}";

@@ -2,6 +2,7 @@
 
 #include "base/log.h"
 #include "support/logcapture.h"
+#include "support/testfiles.h"
 
 #include <QByteArray>
 #include <QString>
@@ -29,9 +30,5 @@ std::unique_ptr<MetaWorld> makeFullScene();
 /// Expects two worlds to hold the same decoded values (floats compared bit for bit).
 void expectSameWorld(const MetaWorld& expected, const MetaWorld& actual);
 
-/// Writes bytes to a file; false on failure.
-bool writeFile(const QString& path, const QByteArray& bytes);
-/// Reads a whole file (empty on failure).
-QByteArray readFile(const QString& path);
 /// Wraps the members text into {"metaworld": {...}} scene text.
 QByteArray sceneText(const QByteArray& metaworldMembers);

@@ -106,7 +106,7 @@ TEST_P(MalformedScene, LoadsOrFailsCleanly)
     const MalformedCase& c = GetParam();
     QTemporaryDir dir;
     const QString path = dir.filePath(QStringLiteral("case.plax"));
-    ASSERT_TRUE(writeFile(path, c.text));
+    TestFiles::write(path, c.text);
     LogCapture log;
     std::unique_ptr<MetaWorld> world = loadSceneFile(path);
     EXPECT_EQ(world != nullptr, c.loads) << log.dump().toStdString();
@@ -131,11 +131,11 @@ TEST(MalformedValues, WrongTypesFallBackToDefaults)
 {
     QTemporaryDir dir;
     const QString path = dir.filePath(QStringLiteral("types.plax"));
-    ASSERT_TRUE(writeFile(path, sceneText("\"gravity\": \"down\", \"stepsPerSecond\": [60], \"velocityIterations\": "
-                                          "1e300, \"metabody\": [{\"id\": 1, \"position\": \"zz\", \"gravityScale\": "
-                                          "{}, \"fixture\": [{\"id\": 2, \"filter-maskBits\": 1e30, \"shapes\": "
-                                          "[{\"type\": \"polygon\", \"vertices\": {\"x\": [1, 2, 3, 4], \"y\": [5, "
-                                          "6, 7]}}]}]}]")));
+    TestFiles::write(path, sceneText("\"gravity\": \"down\", \"stepsPerSecond\": [60], \"velocityIterations\": "
+                                     "1e300, \"metabody\": [{\"id\": 1, \"position\": \"zz\", \"gravityScale\": "
+                                     "{}, \"fixture\": [{\"id\": 2, \"filter-maskBits\": 1e30, \"shapes\": "
+                                     "[{\"type\": \"polygon\", \"vertices\": {\"x\": [1, 2, 3, 4], \"y\": [5, "
+                                     "6, 7]}}]}]}]"));
     std::unique_ptr<MetaWorld> world = loadSceneFile(path);
     ASSERT_TRUE(world);
     EXPECT_EQ(world->settings.gravity, (Vec2{0, -10}));
@@ -155,8 +155,8 @@ TEST(MalformedValues, ExtremeIdsAreKeptOrSkipped)
 {
     QTemporaryDir dir;
     const QString path = dir.filePath(QStringLiteral("ids.plax"));
-    ASSERT_TRUE(writeFile(path, sceneText("\"metabody\": [{\"id\": 4294967295}, {\"id\": 4294967295}, {\"id\": -1}, "
-                                          "{\"id\": 1.5}, {\"id\": 4294967296}]")));
+    TestFiles::write(path, sceneText("\"metabody\": [{\"id\": 4294967295}, {\"id\": 4294967295}, {\"id\": -1}, "
+                                     "{\"id\": 1.5}, {\"id\": 4294967296}]"));
     LogCapture log;
     std::unique_ptr<MetaWorld> world = loadSceneFile(path);
     ASSERT_TRUE(world);
@@ -170,13 +170,13 @@ TEST(MalformedValues, NonFiniteValuesSurviveAsHex)
 {
     QTemporaryDir dir;
     const QString path = dir.filePath(QStringLiteral("nan.plax"));
-    ASSERT_TRUE(writeFile(path, sceneText("\"metabody\": [{\"id\": 1, \"angle\": \"7FC00000\", \"position\": "
-                                          "{\"x\": \"FF800000\", \"y\": 1e300}}]")));
+    TestFiles::write(path, sceneText("\"metabody\": [{\"id\": 1, \"angle\": \"7FC00000\", \"position\": "
+                                     "{\"x\": \"FF800000\", \"y\": 1e300}}]"));
     std::unique_ptr<MetaWorld> world = loadSceneFile(path);
     ASSERT_TRUE(world);
     world->exportOptions.useHumanReadableFloats = true;
     ASSERT_TRUE(saveSceneFile(*world, path));
-    const QByteArray text = readFile(path);
+    const QByteArray text = TestFiles::read(path);
     EXPECT_TRUE(text.contains("\"angle\": \"7FC00000\"")) << text.toStdString();
     EXPECT_TRUE(text.contains("\"x\": \"FF800000\""));
     EXPECT_TRUE(text.contains("\"y\": \"7F800000\""));

@@ -439,6 +439,6 @@ TEST(RawInfoRead, RecordsNamingMissingBodiesOrOddFilesResaveToTheSameModel)
     ASSERT_TRUE(again);
     const QString second = dir.filePath("second.plax");
     ASSERT_TRUE(saveSceneFile(*again, second));
-    EXPECT_EQ(readFile(first).toStdString(), readFile(second).toStdString());
+    EXPECT_EQ(TestFiles::read(first).toStdString(), TestFiles::read(second).toStdString());
     EXPECT_EQ(absoluteFileReference(*again, again->images()[0]->file), dir.filePath("x.pn"));
 }

@@ -126,7 +126,7 @@ TEST_P(RawInfoStream, TextFileAndDomAgreeWithTheReferenceLayout)
     QTemporaryDir dir;
     const QString path = dir.filePath(QStringLiteral("out.json"));
     ASSERT_TRUE(writeRawInfoFile(build, *scene, filter, path));
-    EXPECT_EQ(readFile(path), text);
+    EXPECT_EQ(TestFiles::read(path), text);
 }
 
 INSTANTIATE_TEST_SUITE_P(Styles, RawInfoStream,
@@ -158,7 +158,7 @@ TEST(RawInfoStreamFile, BigExportStreamsAcrossManyBufferFillsAndLeavesNoTemporar
     ASSERT_TRUE(writeRawInfoFile(build, scene, filter, path));
     const QByteArray text = rawInfoText(build, scene, filter);
     EXPECT_GT(text.size(), 1 << 20);
-    EXPECT_EQ(readFile(path), text);
+    EXPECT_EQ(TestFiles::read(path), text);
     EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files), QStringList{QStringLiteral("big.json")});
 
     // A folder that does not exist: nothing is written, the failure is told.

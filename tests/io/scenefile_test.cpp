@@ -21,7 +21,7 @@ protected:
     // Writes text to a file of the temporary folder and loads it.
     std::unique_ptr<MetaWorld> loadText(const QByteArray& text, const QString& name = QStringLiteral("t.plax"))
     {
-        EXPECT_TRUE(writeFile(path(name), text));
+        TestFiles::write(path(name), text);
         return loadSceneFile(path(name));
     }
 
@@ -51,14 +51,14 @@ TEST_P(SceneRoundTrip, EveryMemberSurvivesAndResavingIsStable)
     std::unique_ptr<MetaWorld> again = loadSceneFile(path("b.plax"));
     ASSERT_TRUE(again);
     ASSERT_TRUE(saveSceneFile(*again, path("c.plax")));
-    const QByteArray first = readFile(path("a.plax"));
+    const QByteArray first = TestFiles::read(path("a.plax"));
     EXPECT_FALSE(first.isEmpty());
     // The original scene was never read from a file, so its references are
     // written as they are; once read, the full-path options of the scene
     // apply and every later save is the same.
     EXPECT_TRUE(first.contains("\"images/wheel.png\""));
-    EXPECT_TRUE(readFile(path("b.plax")).contains(QDir::cleanPath(path("images/wheel.png")).toUtf8()));
-    EXPECT_EQ(readFile(path("b.plax")), readFile(path("c.plax")));
+    EXPECT_TRUE(TestFiles::read(path("b.plax")).contains(QDir::cleanPath(path("images/wheel.png")).toUtf8()));
+    EXPECT_EQ(TestFiles::read(path("b.plax")), TestFiles::read(path("c.plax")));
     for (const char* name : {"a.plax", "b.plax", "c.plax"})
         EXPECT_EQ(fileSchemaViolation(FileSchema::Scene, path(QString::fromLatin1(name))), QString());
     EXPECT_EQ(first.contains("\n   "), GetParam());
@@ -72,7 +72,7 @@ TEST_F(SceneFileTest, WritesMembersInFileOrderWithItsEncodings)
     world->exportOptions.useHumanReadableFloats = true;
     world->exportOptions.usePrettyPrint = false;
     ASSERT_TRUE(saveSceneFile(*world, path("order.plax")));
-    const QByteArray text = readFile(path("order.plax"));
+    const QByteArray text = TestFiles::read(path("order.plax"));
 
     const char* keys[] = {"\"gravity\"", "\"allowSleep\"", "\"positionIterations\"", "\"velocityIterations\"",
                           "\"stepsPerSecond\"", "\"autoClearForces\"", "\"warmStarting\"", "\"continuousPhysics\"",
@@ -290,9 +290,9 @@ TEST_F(SceneFileTest, FailedSaveLeavesTargetUntouched)
     EXPECT_FALSE(saveSceneFile(*world, path("taken.plax")));
     EXPECT_TRUE(QFileInfo(path("taken.plax")).isDir());
 
-    ASSERT_TRUE(writeFile(path("keep.plax"), "old"));
+    TestFiles::write(path("keep.plax"), "old");
     ASSERT_TRUE(saveSceneFile(*world, path("keep.plax")));
-    EXPECT_TRUE(readFile(path("keep.plax")).startsWith("{\"metaworld\""));
+    EXPECT_TRUE(TestFiles::read(path("keep.plax")).startsWith("{\"metaworld\""));
     const QStringList left = QDir(m_dir.path()).entryList(QDir::Files);
     EXPECT_EQ(left, QStringList{QStringLiteral("keep.plax")}) << "no temporary files are left behind";
 }

@@ -68,7 +68,7 @@ TEST(Schemas, TheExampleSceneAndItsExportSatisfyThem)
         rawInfoText(expanded->build(), document.world(), ExportPropertyFilter(document.world().excludedJsonExportProperties));
     EXPECT_EQ(schemaViolation(FileSchema::RawInfo, raw), QString());
     // A scene file is not raw info, nor the other way round.
-    EXPECT_NE(schemaViolation(FileSchema::RawInfo, readFile(example)), QString());
+    EXPECT_NE(schemaViolation(FileSchema::RawInfo, TestFiles::read(example)), QString());
     EXPECT_NE(schemaViolation(FileSchema::Scene, raw), QString());
 }
 

@@ -1,7 +1,8 @@
 #include "objects/objectscenes.h"
 
+#include "support/testfiles.h"
+
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 
 namespace ObjectScenes
@@ -63,10 +64,5 @@ QByteArray scene(const QByteArray& bodies, const QByteArray& instances)
 
 QString SceneFolder::write(const QString& name, const QByteArray& content) const
 {
-    const QString target = m_dir.filePath(name);
-    QDir().mkpath(QFileInfo(target).absolutePath());
-    QFile file(target);
-    if (file.open(QIODevice::WriteOnly | QIODevice::Truncate))
-        file.write(content);
-    return QFileInfo(target).absoluteFilePath();
+    return QFileInfo(TestFiles::write(m_dir.filePath(name), content)).absoluteFilePath();
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "support/testfiles.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -11,10 +13,8 @@ class MetaBody;
 /// Helpers shared by the panel tests.
 namespace PanelsTesting
 {
-/// Writes a UTF-8 text file, creating its folder.
-void writeText(const QString& path, const QString& text);
-/// Reads a UTF-8 text file (empty when missing).
-QString readText(const QString& path);
+using TestFiles::readText;
+using TestFiles::writeText;
 /// A document holding the example scene (not in batch mode).
 std::unique_ptr<EditorDocument> exampleDocument();
 /// The document's bodies in scene order.

@@ -14,6 +14,7 @@
 #include <gtest/gtest.h>
 
 #include <QAction>
+#include <QElapsedTimer>
 #include <QListWidget>
 #include <QTimer>
 #include <QToolBar>
@@ -184,17 +185,30 @@ TEST_F(ScriptPanelTest, AbortStopsAnEndlessScriptAndKeepsItsChangesAsOneStep)
     QToolButton* abort = buttonOf(panel, panel.abortAction());
     ASSERT_NE(abort, nullptr);
     EXPECT_FALSE(abort->isEnabled()) << "nothing to abort yet";
-    bool wasEnabled = false;
-    bool busyShown = false;
-    QTimer::singleShot(800, &panel, [&] {
-        wasEnabled = abort->isEnabled();
-        busyShown = panel.findChild<QWidget*>("ScriptBusyIndicator")->isVisible();
-        QTest::mouseClick(abort, Qt::LeftButton);
+    // While the script runs, the busy indicator comes up and the abort
+    // button is enabled; clicking it stops the script.
+    QWidget* busy = panel.findChild<QWidget*>("ScriptBusyIndicator");
+    ASSERT_NE(busy, nullptr);
+    bool clicked = false;
+    QTimer poll;
+    QElapsedTimer clock;
+    clock.start();
+    QObject::connect(&poll, &QTimer::timeout, &panel, [&] {
+        if (abort->isEnabled() && busy->isVisible()) {
+            clicked = true;
+            QTest::mouseClick(abort, Qt::LeftButton);
+        } else if (clock.elapsed() > 60000) {
+            ADD_FAILURE() << "no busy indicator with an enabled abort button while the script ran";
+            panel.abortAction()->trigger();
+        } else {
+            return;
+        }
+        poll.stop();
     });
+    poll.start(20);
     LogCapture log;
     EXPECT_FALSE(panel.runWhole());
-    EXPECT_TRUE(wasEnabled);
-    EXPECT_TRUE(busyShown);
+    EXPECT_TRUE(clicked);
     EXPECT_TRUE(log.has(LOG_ERROR, "Script aborted on request.")) << log.dump().toStdString();
     EXPECT_FLOAT_EQ(ball->angle, 2.5f) << "what ran before the abort stays";
     EXPECT_EQ(document->undoStack().count(), count + 1) << "as one undo step";

@@ -3,43 +3,21 @@
 #include "panelstesting.h"
 
 #include "panels/scriptlibrary.h"
+#include "support/guitesting.h"
 #include "support/logcapture.h"
 
 #include <gtest/gtest.h>
 
-#include <QAbstractButton>
-#include <QApplication>
 #include <QFileInfo>
 #include <QListView>
-#include <QMessageBox>
 #include <QSignalSpy>
 #include <QTemporaryDir>
-#include <QTimer>
 #include <QtTest/QTest>
 
 using namespace PanelsTesting;
 
 namespace
 {
-// Presses the button with `text` in the next message box; records its texts.
-void pressInNextBox(const QString& text, QString* seenTitle, QString* seenText)
-{
-    auto* timer = new QTimer(qApp);
-    QObject::connect(timer, &QTimer::timeout, timer, [=] {
-        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-        if (!box)
-            return;
-        timer->stop();
-        timer->deleteLater();
-        *seenTitle = box->windowTitle();
-        *seenText = box->text();
-        for (QAbstractButton* button : box->buttons())
-            if (button->text() == text)
-                button->click();
-    });
-    timer->start(20);
-}
-
 class ScriptLibraryTest : public ::testing::Test
 {
 protected:
@@ -66,13 +44,11 @@ TEST_F(ScriptLibraryTest, ListsTheScriptFilesOfItsFolder)
     library.setFolder(folder);
     const QString a = QFileInfo(folder + "/a.rs").absoluteFilePath();
     EXPECT_EQ(library.model()->files(), QStringList({a, QFileInfo(folder + "/b.rs").absoluteFilePath()}));
-    EXPECT_TRUE(log.has(LOG_DEBUG, QStringLiteral("Found script file in library: %1").arg(a)));
     const QModelIndex first = library.model()->index(0);
     EXPECT_EQ(first.data(Qt::DisplayRole).toString(), "a.rs");
     EXPECT_EQ(first.data(ScriptLibraryContentsModel::PathRole).toString(), a);
     EXPECT_FALSE(first.data(Qt::DecorationRole).value<QIcon>().isNull());
     EXPECT_FALSE(first.data(Qt::FontRole).isValid());
-    EXPECT_TRUE(log.has(LOG_DEBUG, QStringLiteral("ScriptLibraryContentsModel::data unhandled case: %1").arg(int(Qt::FontRole))));
     EXPECT_FALSE(library.model()->data(QModelIndex(), Qt::DisplayRole).isValid());
     EXPECT_TRUE(log.has(LOG_WARNING, "Error in ScriptLibraryContentsModel::data"));
 }
@@ -121,14 +97,14 @@ TEST_F(ScriptLibraryTest, SavingOverAnotherLibraryFileAsksFirst)
     ASSERT_TRUE(library.openFile(folder + "/a.rs"));
     const QString b = folder + "/b.rs";
 
-    QString title, message;
-    pressInNextBox("Cancel", &title, &message);
+    GuiTesting::BoxSeen seen;
+    GuiTesting::pressInNextMessageBox("Cancel", &seen);
     EXPECT_FALSE(library.saveAs(b));
-    EXPECT_EQ(title, "File already exists");
-    EXPECT_EQ(message, "That file is already open in the script library.\nDo you wish to overwrite it?");
+    EXPECT_EQ(seen.title, "File already exists");
+    EXPECT_EQ(seen.text, "That file is already open in the script library.\nDo you wish to overwrite it?");
     EXPECT_EQ(readText(b), "print('b');\n");
 
-    pressInNextBox("Overwrite", &title, &message);
+    GuiTesting::pressInNextMessageBox("Overwrite");
     EXPECT_TRUE(library.saveAs(b));
     EXPECT_EQ(readText(b), text);
     EXPECT_EQ(library.currentFile(), QFileInfo(b).absoluteFilePath());

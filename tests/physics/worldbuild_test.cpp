@@ -1,4 +1,6 @@
 #include "base/flags.h"
+#include "io/exportfilter.h"
+#include "io/rawinfoexport.h"
 #include "model/metaworld.h"
 #include "physics/worldbuild.h"
 #include "support/logcapture.h"
@@ -210,4 +212,49 @@ TEST(WorldBuild, MassOverrideWithInertiaAboutTheCentreIsCorrectedNotAsserted)
     valid.addScene(scene);
     EXPECT_NEAR(valid.bodies()[0].body->GetInertia(), 0.75f, 1e-6f);
     EXPECT_TRUE(quiet.texts(LOG_WARNING).isEmpty());
+}
+
+TEST(WorldBuild, AWorldBuiltForWritingWithoutTheBroadPhaseWritesAndDumpsWhatTheFullOneDoes)
+{
+    MetaWorld world;
+    MetaBody* previous = nullptr;
+    for (int i = 0; i < 30; ++i) {
+        MetaBody* body = addBody(world, {float(i % 6) * 1.5f, float(i / 6)},
+                                 i % 3 == 0 ? BodyType::Static : BodyType::Dynamic);
+        body->active = i % 4 != 1;
+        body->awake = i % 5 != 2;
+        addFixture(world, body, {{0, 0}}, ShapeType::Circle, 0.4f);
+        addFixture(world, body, {{0, 0}, {1, 0}, {0.5f, 0.8f}}, ShapeType::Polygon);
+        addFixture(world, body, {{-1, 0}, {0, 0.5f}, {1, 0}}, ShapeType::Loop);
+        if (previous) {
+            auto joint = std::make_unique<MetaJoint>();
+            joint->type = i % 2 ? JointType::Revolute : JointType::Distance;
+            joint->bodyA = previous;
+            joint->bodyB = body;
+            world.addJoint(std::move(joint), 0);
+        }
+        previous = body;
+    }
+    WorldBuild full(world);
+    full.addScene(world);
+    WorldBuild written(world);
+    written.skipBroadPhase();
+    written.addScene(world);
+    EXPECT_GT(full.world().GetProxyCount(), 100);
+    EXPECT_EQ(written.world().GetProxyCount(), 0) << "no collision search was built";
+    ASSERT_EQ(written.bodies().size(), full.bodies().size());
+    for (size_t i = 0; i < full.bodies().size(); ++i) {
+        EXPECT_EQ(written.bodies()[i].enabled, full.bodies()[i].body->IsEnabled()) << "body " << i;
+        EXPECT_EQ(written.bodies()[i].body->GetMass(), full.bodies()[i].body->GetMass()) << "body " << i;
+    }
+    const ExportPropertyFilter filter(world.excludedJsonExportProperties);
+    const QByteArray text = rawInfoText(full, world, filter);
+    ASSERT_FALSE(text.isEmpty());
+    EXPECT_EQ(rawInfoText(written, world, filter), text);
+    EXPECT_TRUE(text.contains("\"active\":false") || text.contains("\"active\": false")) << "disabled bodies are written so";
+    // Box2D's dump needs the bodies as the scene has them: enabled first.
+    const QByteArray dump = sourceCodeText(full);
+    ASSERT_FALSE(dump.isEmpty());
+    EXPECT_EQ(sourceCodeText(written), dump);
+    EXPECT_EQ(written.world().GetProxyCount(), full.world().GetProxyCount());
 }

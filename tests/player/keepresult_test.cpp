@@ -4,17 +4,16 @@
 #include "player/playerscenes.h"
 
 #include "document/editordocument.h"
-#include "io/scenewriter.h"
 #include "model/metaworld.h"
 #include "objects/objectscenes.h"
 #include "player/keepresult.h"
 #include "player/playersimulation.h"
 #include "player/playerworld.h"
 #include "support/logcapture.h"
+#include "support/testfiles.h"
 
 #include <gtest/gtest.h>
 
-#include <QFile>
 #include <QTemporaryDir>
 
 #include <limits>
@@ -23,10 +22,7 @@ namespace
 {
 QByteArray savedBytes(EditorDocument& document, const QString& path)
 {
-    EXPECT_TRUE(saveSceneFile(document.world(), path));
-    QFile file(path);
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-    return file.readAll();
+    return TestFiles::savedScene(document.world(), path);
 }
 
 TEST(KeepResult, WritesTheSimulatedStateAsOneUndoStepThatUndoTakesBack)

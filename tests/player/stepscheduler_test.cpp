@@ -24,18 +24,6 @@ TEST(StepInterval, IsTheRoundedPeriodAndOneSecondBelowOneStepPerSecond)
     EXPECT_EQ(stepIntervalForHz(std::numeric_limits<float>::quiet_NaN()), 1000);
 }
 
-TEST(StepInterval, RatesBelowOneStepPerSecondSimulateOneSecondSteps)
-{
-    StepScheduler s;
-    s.applyHz(0.5f);
-    EXPECT_EQ(s.stepIntervalMs(), 1000);
-    EXPECT_EQ(s.timeStep(), 1.0f);
-    EXPECT_EQ(s.hz(), 0.5f) << "the rate itself is kept as the scene says";
-    s.applyHz(60);
-    EXPECT_EQ(s.timeStep(), 1.0f / 60.0f);
-    EXPECT_EQ(s.stepIntervalMs(), 17);
-}
-
 TEST(StepScheduler, StartsWithTheCreationDefaultsAndARateStillToApply)
 {
     StepScheduler s;

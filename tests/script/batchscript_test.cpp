@@ -19,7 +19,7 @@ protected:
     QString script(const QString& name, const QString& text)
     {
         QString path = m_dir.filePath(name);
-        writeTextFile(path, text);
+        writeText(path, text);
         return path;
     }
 
@@ -28,51 +28,8 @@ protected:
 };
 } // namespace
 
-TEST_F(BatchScript, ScriptsRunInOrderOnOneDocument)
-{
-    QString out = m_dir.filePath("out.txt");
-    QString first = script("first.rs", QStringLiteral("writeFile('%1', 'one');").arg(out));
-    QString second = script("second.rs", QStringLiteral("void main() {\n"
-                                                       "    string s = readFile('%1');\n"
-                                                       "    writeFile('%1', s + ',two');\n"
-                                                       "}\n")
-                                             .arg(out));
-    QString third = script("third.rs", QStringLiteral("print(readFile('%1'));").arg(out));
-
-    EditorDocument document;
-    LogCapture capture;
-    for (const QString& path : {first, second, third}) {
-        bool compiled = false;
-        EXPECT_TRUE(compileAndRunBatchScript(document, path, &compiled)) << path.toStdString();
-        EXPECT_TRUE(compiled);
-    }
-    EXPECT_EQ(capture.texts(LOG_SCRIPT), QStringList({"one,two"}));
-}
-
-TEST_F(BatchScript, CompileFailuresAreReportedAtTheUsersRow)
-{
-    QString path = script("broken.rs", "int a = 1;\nint b = ;\n");
-    EditorDocument document;
-    LogCapture capture;
-    bool compiled = true;
-    EXPECT_FALSE(compileAndRunBatchScript(document, path, &compiled));
-    EXPECT_FALSE(compiled);
-    EXPECT_TRUE(capture.hasLineStartingWith(LOG_ERROR, "Line 2, col ")) << capture.texts(LOG_ERROR).join('|').toStdString();
-}
-
-TEST_F(BatchScript, AnExceptionDoesNotStopTheNextScript)
-{
-    QString failing = script("failing.rs", "int z = 0;\nprint(1 / z);\n");
-    QString next = script("next.rs", "print('still here');");
-    EditorDocument document;
-    LogCapture capture;
-    bool compiled = false;
-    EXPECT_FALSE(compileAndRunBatchScript(document, failing, &compiled));
-    EXPECT_TRUE(compiled) << "it compiled, it only failed while running";
-    EXPECT_TRUE(capture.texts(LOG_ERROR).contains("Divide by zero"));
-    EXPECT_TRUE(compileAndRunBatchScript(document, next, &compiled));
-    EXPECT_TRUE(capture.texts(LOG_SCRIPT).contains("still here"));
-}
+// Order, compile errors at the user's row and exceptions are seen end to end
+// through the real plax in tests/app/batch_outputs_test.cpp.
 
 TEST_F(BatchScript, IncludesResolveAgainstTheScriptAndBecomeTheLiveScript)
 {

@@ -12,7 +12,6 @@
 
 #include <gtest/gtest.h>
 
-#include <QFile>
 #include <QImage>
 #include <QTemporaryDir>
 
@@ -31,14 +30,7 @@ protected:
         return static_cast<MetaBody*>(m_document.world().registry(ItemKind::Body).findByName(name));
     }
     QString lastText() { return m_document.undoStack().text(m_document.undoStack().count() - 1); }
-    QByteArray saved()
-    {
-        const QString path = m_dir.filePath("s.plax");
-        EXPECT_TRUE(saveSceneFile(m_document.world(), path));
-        QFile file(path);
-        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-        return file.readAll();
-    }
+    QByteArray saved() { return TestFiles::savedScene(m_document.world(), m_dir.filePath("s.plax")); }
     static Vec2 world(const MetaBody& b, Vec2 local)
     {
         const float c = std::cos(b.angle), s = std::sin(b.angle);
@@ -125,7 +117,7 @@ TEST_F(CreationEditsTest, DroppedImagesAreAddedTogetherAndRaiseTheirEvent)
     const QString png = m_dir.filePath("sprite.png");
     ASSERT_TRUE(picture.save(png));
     const QString text = m_dir.filePath("notes.txt");
-    writeTextFile(text, "not a picture");
+    writeText(text, "not a picture");
 
     std::vector<ScriptHookData> raised;
     HookEvents::setHandler([&](ScriptDocument&, ScriptHookEvent event, const ScriptHookData& data) {

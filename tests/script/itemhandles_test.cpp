@@ -50,7 +50,7 @@ protected:
     }
     void runLogged(const QString& text) { EXPECT_TRUE(m_document.scripting().runOneShot(text, QString())); }
 
-    QStringList scriptLogLines() { return readTextFile(m_document.scripting().scriptLog().path()).split('\n', Qt::SkipEmptyParts); }
+    QStringList scriptLogLines() { return readText(m_document.scripting().scriptLog().path()).split('\n', Qt::SkipEmptyParts); }
 
     // The redo texts of the commands pushed since the last call, in order,
     // as the script log received them. They must also be what the last undo

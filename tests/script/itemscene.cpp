@@ -1,20 +1,14 @@
 #include "itemscene.h"
 
+#include "support/testfiles.h"
+
 #include <QColor>
 #include <QDir>
-#include <QFile>
 #include <QImage>
 #include <QPainter>
 
 namespace
 {
-void write(const QString& path, const QByteArray& text)
-{
-    QFile file(path);
-    if (file.open(QIODevice::WriteOnly | QIODevice::Truncate))
-        file.write(text);
-}
-
 const char* const kScene = R"({"metaworld":{
 "gravity":{"x":0,"y":-10},
 "metabody":[
@@ -69,8 +63,8 @@ QString writeItemScene(const QString& folder)
         painter.fillRect(5, 5, 30, 10, QColor(200, 40, 40));
     }
     sprite.save(QDir(folder).filePath("sprite.png"));
-    write(QDir(folder).filePath("object.plax"), kObject);
+    TestFiles::write(QDir(folder).filePath("object.plax"), kObject);
     const QString scene = QDir(folder).filePath("scene.plax");
-    write(scene, kScene);
+    TestFiles::write(scene, kScene);
     return scene;
 }

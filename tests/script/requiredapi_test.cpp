@@ -51,7 +51,7 @@ QByteArray withoutDefaults(const QString& decl)
 
 TEST(RequiredApi, EveryPromisedDeclarationIsRegistered)
 {
-    const QStringList lines = readTextFile(QString::fromUtf8(kListPath)).split('\n', Qt::SkipEmptyParts);
+    const QStringList lines = readText(QString::fromUtf8(kListPath)).split('\n', Qt::SkipEmptyParts);
     ASSERT_GT(lines.size(), 700) << "missing " << kListPath;
     EditorDocument document;
     asIScriptEngine* engine = document.scripting().engine();

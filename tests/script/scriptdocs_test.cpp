@@ -34,10 +34,10 @@ QString declarationList(const QStringList& dump)
 TEST(ScriptDocs, ReferenceListsTheRegisteredApi)
 {
     EditorDocument document;
-    const QString expected = readTextFile(kHead) + declarationList(describeScriptApi(document.scripting().engine()));
+    const QString expected = readText(kHead) + declarationList(describeScriptApi(document.scripting().engine()));
     if (qEnvironmentVariableIsSet("PLAX_UPDATE_API_SNAPSHOT"))
-        writeTextFile(kDoc, expected);
-    const QString actual = readTextFile(kDoc);
+        writeText(kDoc, expected);
+    const QString actual = readText(kDoc);
     EXPECT_EQ(actual, expected) << "docs/scripting.md is out of date: run the script tests with PLAX_UPDATE_API_SNAPSHOT=1";
     for (const char* needle : {"getBodiesByCustomInt", "void translate(const joint&in, int, vec2)", "body::setAngle"})
         EXPECT_TRUE(actual.contains(needle)) << needle;

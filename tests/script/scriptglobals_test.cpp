@@ -9,7 +9,6 @@
 
 #include <gtest/gtest.h>
 
-#include <QFile>
 #include <QTemporaryDir>
 
 namespace
@@ -32,14 +31,7 @@ protected:
         return *static_cast<MetaBody*>(m_document.world().registry(ItemKind::Body).findByName(name));
     }
 
-    QByteArray saved()
-    {
-        const QString path = m_dir.filePath("saved.plax");
-        EXPECT_TRUE(saveSceneFile(m_document.world(), path));
-        QFile file(path);
-        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-        return file.readAll();
-    }
+    QByteArray saved() { return TestFiles::savedScene(m_document.world(), m_dir.filePath("saved.plax")); }
 
     std::vector<Vec2> worldPoints()
     {

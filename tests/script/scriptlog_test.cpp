@@ -48,7 +48,7 @@ TEST_F(ScriptLogTest, StartWritesTheHeaderAndAppendAddsLines)
     EXPECT_TRUE(log.path().startsWith(m_root.path() + "/"));
     log.append("getBody(1).setAngle(0.5);");
     log.append("getBody(2).delete();");
-    QStringList lines = readTextFile(log.path()).split('\n');
+    QStringList lines = readText(log.path()).split('\n');
     ASSERT_EQ(lines.size(), 4);
     EXPECT_TRUE(lines[0].startsWith("//Started script log at "));
     EXPECT_EQ(lines.mid(1), QStringList({"getBody(1).setAngle(0.5);", "getBody(2).delete();", ""}));
@@ -60,14 +60,14 @@ TEST_F(ScriptLogTest, StartingAgainBacksUpTheOldLog)
     ScriptLog log;
     log.start(scene);
     log.append("first();");
-    QString previous = readTextFile(log.path());
+    QString previous = readText(log.path());
     log.start(scene);
-    EXPECT_FALSE(readTextFile(log.path()).contains("first();"));
+    EXPECT_FALSE(readText(log.path()).contains("first();"));
 
     QStringList backups = QDir(ScriptLog::backupFolderFor(scene))
                               .entryList({"level.plax-scriptLog-*.rs"}, QDir::Files);
     ASSERT_EQ(backups.size(), 1);
-    EXPECT_EQ(readTextFile(ScriptLog::backupFolderFor(scene) + "/" + backups.first()), previous);
+    EXPECT_EQ(readText(ScriptLog::backupFolderFor(scene) + "/" + backups.first()), previous);
 }
 
 TEST_F(ScriptLogTest, RestartTruncates)
@@ -76,7 +76,7 @@ TEST_F(ScriptLogTest, RestartTruncates)
     log.start(m_scenes.filePath("level.plax"));
     log.append("first();");
     log.restart();
-    QString text = readTextFile(log.path());
+    QString text = readText(log.path());
     EXPECT_TRUE(text.startsWith("//Restarted script log at "));
     EXPECT_EQ(text.count('\n'), 1);
 }
@@ -101,7 +101,7 @@ TEST_F(ScriptLogTest, LoadingADocumentStartsItsLog)
     ASSERT_TRUE(document.load(scene));
     QString path = document.scripting().scriptLog().path();
     ASSERT_FALSE(path.isEmpty());
-    EXPECT_TRUE(readTextFile(path).startsWith("//Started script log at "));
+    EXPECT_TRUE(readText(path).startsWith("//Started script log at "));
 }
 
 TEST_F(ScriptLogTest, OnlyTheNewestBackupsAreKept)
@@ -115,16 +115,16 @@ TEST_F(ScriptLogTest, OnlyTheNewestBackupsAreKept)
         log.append(QStringLiteral("run%1();").arg(run));
     }
     // A log of another scene in the same folder is none of this log's business.
-    writeTextFile(folder.filePath("level.json-scriptLog-20000101-000000000.rs"), "other();\n");
+    writeText(folder.filePath("level.json-scriptLog-20000101-000000000.rs"), "other();\n");
 
     const QStringList backups = folder.entryList({"level.plax-scriptLog-*.rs"}, QDir::Files, QDir::Name);
     ASSERT_EQ(backups.size(), 3) << backups.join(' ').toStdString();
     QStringList contents;
     for (const QString& name : backups)
-        contents.append(readTextFile(folder.filePath(name)).section('\n', 1, 1));
+        contents.append(readText(folder.filePath(name)).section('\n', 1, 1));
     contents.sort();
     EXPECT_EQ(contents, QStringList({"run3();", "run4();", "run5();"})) << "the oldest went first";
-    EXPECT_TRUE(readTextFile(log.path()).contains("run6();"));
+    EXPECT_TRUE(readText(log.path()).contains("run6();"));
 
     log.start(scene);
     EXPECT_TRUE(QFile::exists(folder.filePath("level.json-scriptLog-20000101-000000000.rs")));

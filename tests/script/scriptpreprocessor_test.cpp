@@ -15,7 +15,7 @@ protected:
     void SetUp() override { ASSERT_TRUE(m_dir.isValid()); }
 
     QString path(const QString& relative) const { return m_dir.filePath(relative); }
-    void file(const QString& relative, const QString& text) { writeTextFile(path(relative), text); }
+    void file(const QString& relative, const QString& text) { writeText(path(relative), text); }
 
     // Preprocesses a text as if it were the script file "main.rs" of the folder.
     QString expand(QString text, QStringList* included = nullptr)

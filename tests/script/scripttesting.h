@@ -10,11 +10,10 @@
 class EditorDocument;
 
 #include "support/logcapture.h"
+#include "support/testfiles.h"
 
-/// Writes a UTF-8 text file, creating its folder; fails the test on error.
-void writeTextFile(const QString& path, const QString& text);
-/// Reads a UTF-8 text file (empty when missing).
-QString readTextFile(const QString& path);
+using TestFiles::readText;
+using TestFiles::writeText;
 
 /// Runs a one-shot text on the document and returns what it printed.
 QStringList runAndCollectPrints(EditorDocument& document, const QString& text, bool* ok = nullptr);

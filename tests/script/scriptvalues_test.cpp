@@ -190,7 +190,7 @@ TEST(ScriptGlobalFunctions, FilesAreWrittenReadAndChecked)
         EXPECT_TRUE(capture.texts(LOG_ERROR).contains("Writing files in plaxscript is disabled in the trial version."));
     } else {
         EXPECT_EQ(prints, QStringList({"false", "true", "true", "false", "true", "true", "true"}));
-        EXPECT_EQ(readTextFile(path), QString::fromUtf8("h\xc3\xa9llo\n"));
+        EXPECT_EQ(readText(path), QString::fromUtf8("h\xc3\xa9llo\n"));
     }
     EXPECT_TRUE(capture.hasLineStartingWith(LOG_WARNING, QStringLiteral("Could not open file '%1/missing'").arg(dir.path())));
 }

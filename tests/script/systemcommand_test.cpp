@@ -60,7 +60,7 @@ TEST(SystemCommandPlaceholders, ValuesReachTheShellOnlyAsParameters)
         EXPECT_TRUE(process.run(10000)) << command << process.errorText().toStdString();
     }
     for (const char* out : {"out1.txt", "out2.txt", "out3.txt"})
-        EXPECT_EQ(readTextFile(dir.filePath(out)), hostile + "\n") << out;
+        EXPECT_EQ(readText(dir.filePath(out)), hostile + "\n") << out;
     EXPECT_FALSE(QFile::exists(dir.filePath("INJECTED")));
     EXPECT_FALSE(QFile::exists(dir.filePath("INJECTED2")));
 }

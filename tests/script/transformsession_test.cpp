@@ -12,7 +12,6 @@
 
 #include <gtest/gtest.h>
 
-#include <QFile>
 #include <QTemporaryDir>
 
 #include <cmath>
@@ -35,14 +34,7 @@ protected:
     {
         return *static_cast<MetaFixture*>(m_document.world().registry(ItemKind::Fixture).findByName(name));
     }
-    QByteArray saved()
-    {
-        const QString path = m_dir.filePath("s.plax");
-        EXPECT_TRUE(saveSceneFile(m_document.world(), path));
-        QFile file(path);
-        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-        return file.readAll();
-    }
+    QByteArray saved() { return TestFiles::savedScene(m_document.world(), m_dir.filePath("s.plax")); }
     QString lastText() { return m_document.undoStack().text(m_document.undoStack().count() - 1); }
     void select(ItemKind kind, std::vector<ItemId> ids) { SelectionEdits::setSelected(m_document, kind, ids, true); }
 

@@ -283,10 +283,7 @@ void main()
 
 QByteArray savedBytes(EditorDocument& document, const QString& path)
 {
-    EXPECT_TRUE(saveSceneFile(document.world(), path));
-    QFile file(path);
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-    return file.readAll();
+    return TestFiles::savedScene(document.world(), path);
 }
 
 // Scripts run, undone and redone; the saved bytes must match at each end.

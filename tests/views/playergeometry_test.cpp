@@ -45,8 +45,11 @@ TEST(PlayerGeometry, OnlyBodiesInSightAreDrawnAndFarViewsAreCoarse)
 
     SceneGeometry all, near, far;
     geometry.place(*world, toggles, colors, all);
-    ASSERT_FALSE(all.triangles.empty());
-    ASSERT_EQ(all.triangles.size() % 2, 0u);
+    ASSERT_FALSE(all.sharedTriangles.empty());
+    ASSERT_EQ(all.sharedTriangles.size() % 2, 0u);
+    ASSERT_EQ(all.sharedTriangles.size() % 3, 0u);
+    for (std::uint32_t index : all.sharedTriangles)
+        ASSERT_LT(index, all.sharedVertices.size());
 
     // Close to the first body: the second one is out of sight and left out.
     ViewCamera camera;
@@ -54,8 +57,9 @@ TEST(PlayerGeometry, OnlyBodiesInSightAreDrawnAndFarViewsAreCoarse)
     camera.center = {0, 0};
     camera.height = 4;
     geometry.place(*world, toggles, colors, near, &camera);
-    EXPECT_EQ(near.triangles.size(), all.triangles.size() / 2);
-    EXPECT_FALSE(near.lines.empty()) << "close up, outlines are drawn";
+    EXPECT_EQ(near.sharedTriangles.size(), all.sharedTriangles.size() / 2);
+    EXPECT_EQ(near.sharedVertices.size(), all.sharedVertices.size() / 2);
+    EXPECT_FALSE(near.sharedLines.empty()) << "close up, outlines are drawn";
     // The box of the frame still holds every body (zoom to fit uses it).
     EXPECT_GE(near.hi.x, 100.f);
 
@@ -63,7 +67,7 @@ TEST(PlayerGeometry, OnlyBodiesInSightAreDrawnAndFarViewsAreCoarse)
     camera.center = {50, 0};
     camera.height = 400;
     geometry.place(*world, toggles, colors, far, &camera);
-    EXPECT_LT(far.triangles.size(), all.triangles.size());
-    EXPECT_GT(far.triangles.size(), 0u);
-    EXPECT_TRUE(far.lines.empty());
+    EXPECT_LT(far.sharedTriangles.size(), all.sharedTriangles.size());
+    EXPECT_GT(far.sharedTriangles.size(), 0u);
+    EXPECT_TRUE(far.sharedLines.empty());
 }

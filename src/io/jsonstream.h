@@ -1,0 +1,21 @@
+#pragma once
+
+#include <rapidjson/document.h>
+
+#include <QString>
+
+#include <functional>
+
+/// Reads a JSON file with rapidjson's parser straight from the file, a piece
+/// at a time (no copy of the text is kept), building a DOM of the document
+/// except for the elements of one array: the array under `arrayKey` in the
+/// object under `outerKey` at the top (the first of each). Those elements are
+/// handed to `element` one by one as soon as each is read, and forgotten;
+/// the DOM holds an empty array in their place. The text is parsed as
+/// parseJson parses it (a leading byte-order mark skipped, iteratively, the
+/// same messages and offsets). False, with the parser's message in `error`,
+/// when the file is not JSON; elements handed over before the error was
+/// found stay handed over.
+bool streamJsonFile(const QString& path, const char* outerKey, const char* arrayKey,
+                    const std::function<void(const rapidjson::Value&)>& element, rapidjson::Document* rest,
+                    QString* error);

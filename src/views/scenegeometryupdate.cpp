@@ -1,0 +1,368 @@
+#include "views/scenegeometryupdate.h"
+
+#include "model/metaworld.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+
+namespace
+{
+bool sameLabel(const SceneLabel& a, const SceneLabel& b)
+{
+    return a.at == b.at && a.kind == b.kind && a.id == b.id && a.selected == b.selected && a.text == b.text;
+}
+
+bool sameImage(const ImageDraw& a, const ImageDraw& b)
+{
+    return a.corners == b.corners && a.texCoords == b.texCoords && a.opacity == b.opacity && a.tint == b.tint &&
+           a.path == b.path;
+}
+
+template <typename T, typename Same>
+bool sameRange(const T* a, const std::vector<T>& b, Same same)
+{
+    for (size_t i = 0; i < b.size(); ++i) {
+        if (!same(a[i], b[i]))
+            return false;
+    }
+    return true;
+}
+
+bool sameBytes(const GeomVertex& a, const GeomVertex& b)
+{
+    return std::memcmp(&a, &b, sizeof(GeomVertex)) == 0;
+}
+
+// Grows a box as SceneGeometry's own box grows (an empty box takes the other).
+void unite(Vec2& lo, Vec2& hi, Vec2 otherLo, Vec2 otherHi)
+{
+    if (otherHi.x < otherLo.x)
+        return;
+    if (hi.x < lo.x) {
+        lo = otherLo;
+        hi = otherHi;
+        return;
+    }
+    lo = {std::min(lo.x, otherLo.x), std::min(lo.y, otherLo.y)};
+    hi = {std::max(hi.x, otherHi.x), std::max(hi.y, otherHi.y)};
+}
+
+void clearGeometry(SceneGeometry& g)
+{
+    g.triangles.clear();
+    g.lines.clear();
+    g.images.clear();
+    g.labels.clear();
+    g.chunks.clear();
+    g.lo = {1, 1};
+    g.hi = {-1, -1};
+}
+} // namespace
+
+void GeometryChange::touch(Vec2 p)
+{
+    if (!std::isfinite(p.x) || !std::isfinite(p.y))
+        return;
+    unite(lo, hi, p, p);
+}
+
+const std::vector<std::uint32_t>* SceneGeometryUpdater::cellOf(const Slot& slot) const
+{
+    return slot.part == ScenePart::Region ? &m_regions.cells[slot.index] : nullptr;
+}
+
+GeometryChange SceneGeometryUpdater::update(SceneGeometry& geometry, const MetaWorld& world,
+                                            const Selection& selection, const ViewColors& colors,
+                                            const QString& sceneFilePath, int circleSegments)
+{
+    size_t objectSlots = 0;
+    for (const Slot& slot : m_slots)
+        objectSlots += slot.part == ScenePart::Object ? 1 : 0;
+    bool full = !m_valid || m_world != &world || !(colors == m_colors) || sceneFilePath != m_filePath ||
+                circleSegments != m_circleSegments || world.objects().size() != objectSlots;
+    m_world = &world;
+    m_colors = colors;
+    m_filePath = sceneFilePath;
+    m_circleSegments = circleSegments;
+
+    // Which bodies draw differently: their digests against the last ones.
+    const auto& bodies = world.bodies();
+    std::vector<BodyState> states(bodies.size());
+    std::vector<unsigned char> changed(bodies.size(), 1);
+    SceneRegions regions;
+    regions.places.resize(bodies.size());
+    std::unordered_map<const MetaBody*, size_t> previousIndex;
+    for (size_t i = 0; i < bodies.size(); ++i) {
+        const MetaBody* body = bodies[i].get();
+        states[i] = {body, SceneGeometry::bodyDigest(*body, selection)};
+        if (full)
+            continue;
+        size_t before = i;
+        if (before >= m_bodies.size() || m_bodies[before].body != body) {
+            if (previousIndex.empty()) {
+                for (size_t k = 0; k < m_bodies.size(); ++k)
+                    previousIndex.emplace(m_bodies[k].body, k);
+            }
+            const auto it = previousIndex.find(body);
+            before = it == previousIndex.end() ? m_bodies.size() : it->second;
+        }
+        if (before < m_bodies.size() && m_bodies[before].digest == states[i].digest) {
+            changed[i] = 0;
+            regions.places[i] = m_regions.places[before];
+        }
+    }
+    for (size_t i = 0; i < bodies.size(); ++i) {
+        if (changed[i])
+            regions.places[i] = SceneRegions::placeOf(*bodies[i]);
+    }
+    regions.arrange();
+    m_bodies = std::move(states);
+
+    // Regions to draw again: those whose bodies changed, came or went.
+    std::vector<unsigned char> dirty;
+    if (!full) {
+        full = regions.side != m_regions.side || !(regions.lo == m_regions.lo) || !(regions.hi == m_regions.hi);
+    }
+    if (!full) {
+        dirty.assign(regions.cells.size(), 0);
+        size_t dirtyCount = 0, used = 0;
+        for (size_t c = 0; c < regions.cells.size(); ++c) {
+            const std::vector<std::uint32_t>& cell = regions.cells[c];
+            const std::vector<const MetaBody*>& before = m_cellBodies[c];
+            bool d = cell.size() != before.size();
+            for (size_t k = 0; k < cell.size() && !d; ++k)
+                d = changed[cell[k]] || bodies[cell[k]].get() != before[k];
+            dirty[c] = d ? 1 : 0;
+            dirtyCount += d ? 1 : 0;
+            used += cell.empty() && before.empty() ? 0 : 1;
+        }
+        // When most of the scene changed, drawing it all at once is as quick.
+        full = dirtyCount > std::max<size_t>(4, used / 2);
+    }
+    m_regions = std::move(regions);
+    m_cellBodies.resize(m_regions.cells.size());
+    for (size_t c = 0; c < m_regions.cells.size(); ++c) {
+        if (full || dirty[c]) {
+            m_cellBodies[c].clear();
+            for (std::uint32_t i : m_regions.cells[c])
+                m_cellBodies[c].push_back(bodies[i].get());
+        }
+    }
+    if (full) {
+        buildAll(geometry, world, selection);
+        return GeometryChange{};
+    }
+
+    GeometryChange change;
+    change.full = false;
+    m_partsDrawn = 0;
+    bool labelsMoved = false;
+    for (Slot& slot : m_slots) {
+        if (slot.part == ScenePart::Region && !dirty[slot.index])
+            continue;
+        drawSlot(slot, geometry, world, selection, change, labelsMoved);
+    }
+    if (labelsMoved) {
+        m_labelScratch.clear();
+        m_labelScratch.reserve(geometry.labels.size());
+        for (Slot& slot : m_slots) {
+            const size_t first = m_labelScratch.size();
+            m_labelScratch.insert(m_labelScratch.end(), geometry.labels.begin() + long(slot.firstLabel),
+                                  geometry.labels.begin() + long(slot.firstLabel + slot.labelCount));
+            slot.firstLabel = first;
+        }
+        geometry.labels.swap(m_labelScratch);
+    }
+    finish(geometry);
+    // Stretches left behind by parts that moved to the end: once they are
+    // a third of the arrays, everything is laid out afresh.
+    size_t used = 0;
+    for (const Slot& slot : m_slots)
+        used += slot.triangleCount + slot.lineCount;
+    const size_t total = geometry.triangles.size() + geometry.lines.size();
+    if (total - used > std::max<size_t>(total / 3, 65536)) {
+        buildAll(geometry, world, selection);
+        return GeometryChange{};
+    }
+    return change;
+}
+
+void SceneGeometryUpdater::buildAll(SceneGeometry& geometry, const MetaWorld& world, const Selection& selection)
+{
+    clearGeometry(geometry);
+    geometry.circleSegments = m_circleSegments;
+    geometry.triangles.reserve(world.fixtureCount() * size_t(m_circleSegments) * 2);
+    geometry.lines.reserve(world.fixtureCount() * size_t(m_circleSegments));
+    geometry.labels.reserve(world.bodies().size() + world.fixtureCount());
+    m_slots.clear();
+    const auto addSlot = [this](ScenePart part, size_t index) {
+        Slot slot;
+        slot.part = part;
+        slot.index = index;
+        m_slots.push_back(slot);
+    };
+    addSlot(ScenePart::Images, 0);
+    for (size_t c = 0; c < m_regions.cells.size(); ++c)
+        addSlot(ScenePart::Region, c);
+    addSlot(ScenePart::Joints, 0);
+    addSlot(ScenePart::Samplers, 0);
+    for (size_t i = 0; i < world.objects().size(); ++i)
+        addSlot(ScenePart::Object, i);
+    Vec2 lo{1, 1}, hi{-1, -1};
+    for (Slot& slot : m_slots) {
+        slot.firstTriangle = geometry.triangles.size();
+        slot.firstLine = geometry.lines.size();
+        slot.firstLabel = geometry.labels.size();
+        const size_t firstImage = geometry.images.size();
+        const size_t chunks = geometry.chunks.size();
+        // Each part's own box, then the union (as one running box would be).
+        geometry.lo = {1, 1};
+        geometry.hi = {-1, -1};
+        SceneGeometry::drawPart(geometry, world, selection, m_colors, m_filePath, m_circleSegments, slot.part,
+                                cellOf(slot), slot.index);
+        slot.lo = geometry.lo;
+        slot.hi = geometry.hi;
+        unite(lo, hi, slot.lo, slot.hi);
+        slot.triangleCount = slot.triangleRoom = geometry.triangles.size() - slot.firstTriangle;
+        slot.lineCount = slot.lineRoom = geometry.lines.size() - slot.firstLine;
+        slot.labelCount = geometry.labels.size() - slot.firstLabel;
+        slot.images.assign(geometry.images.begin() + long(firstImage), geometry.images.end());
+        slot.chunks.assign(geometry.chunks.begin() + long(chunks), geometry.chunks.end());
+        for (GeomChunk& chunk : slot.chunks) {
+            chunk.firstTriangle -= int(slot.firstTriangle);
+            chunk.firstLine -= int(slot.firstLine);
+        }
+    }
+    geometry.lo = lo;
+    geometry.hi = hi;
+    geometry.typicalFixtureSize = m_regions.typicalSize();
+    m_valid = true;
+    m_partsDrawn = m_slots.size();
+}
+
+void SceneGeometryUpdater::drawSlot(Slot& slot, SceneGeometry& geometry, const MetaWorld& world,
+                                    const Selection& selection, GeometryChange& change, bool& labelsMoved)
+{
+    SceneGeometry& part = m_scratch;
+    clearGeometry(part);
+    SceneGeometry::drawPart(part, world, selection, m_colors, m_filePath, m_circleSegments, slot.part, cellOf(slot),
+                            slot.index);
+    const bool sameTriangles = part.triangles.size() == slot.triangleCount &&
+                               sameRange(geometry.triangles.data() + slot.firstTriangle, part.triangles, sameBytes);
+    const bool sameLines =
+        part.lines.size() == slot.lineCount && sameRange(geometry.lines.data() + slot.firstLine, part.lines, sameBytes);
+    const bool sameLabels = part.labels.size() == slot.labelCount &&
+                            sameRange(geometry.labels.data() + slot.firstLabel, part.labels, sameLabel);
+    const bool sameImages = part.images.size() == slot.images.size() &&
+                            sameRange(slot.images.data(), part.images, sameImage);
+    const bool sameBox = part.lo == slot.lo && part.hi == slot.hi;
+    if (sameTriangles && sameLines && sameLabels && sameImages && sameBox)
+        return;
+    ++m_partsDrawn;
+
+    // The pixels that may change: around every primitive that moved, where
+    // it was and where it is now.
+    if (part.triangles.size() == slot.triangleCount && part.lines.size() == slot.lineCount) {
+        const auto compare = [&change](const GeomVertex* before, const std::vector<GeomVertex>& after, size_t corners) {
+            for (size_t i = 0; i + corners <= after.size(); i += corners) {
+                bool moved = false;
+                for (size_t k = 0; k < corners; ++k)
+                    moved = moved || !sameBytes(before[i + k], after[i + k]);
+                if (!moved)
+                    continue;
+                for (size_t k = 0; k < corners; ++k) {
+                    change.touch({before[i + k].x, before[i + k].y});
+                    change.touch({after[i + k].x, after[i + k].y});
+                }
+            }
+        };
+        compare(geometry.triangles.data() + slot.firstTriangle, part.triangles, 3);
+        compare(geometry.lines.data() + slot.firstLine, part.lines, 2);
+    } else {
+        for (const std::vector<GeomChunk>* chunks : {&slot.chunks, &part.chunks}) {
+            for (const GeomChunk& chunk : *chunks) {
+                change.touch(chunk.lo);
+                change.touch(chunk.hi);
+            }
+        }
+    }
+    if (!sameImages) {
+        for (const std::vector<ImageDraw>* images : {&slot.images, &part.images}) {
+            for (const ImageDraw& image : *images) {
+                for (const Vec2& corner : image.corners)
+                    change.touch(corner);
+            }
+        }
+    }
+
+    // The vertices where they were when they fit, else at the end.
+    const auto place = [](std::vector<GeomVertex>& into, size_t& first, size_t& count, size_t& room,
+                          const std::vector<GeomVertex>& from, std::vector<std::pair<size_t, size_t>>& written) {
+        if (count == from.size()) {
+            // Only the stretches that differ (a dragged corner touches a few).
+            constexpr size_t kGap = 64;
+            size_t i = 0;
+            while (i < from.size()) {
+                if (sameBytes(into[first + i], from[i])) {
+                    ++i;
+                    continue;
+                }
+                size_t end = i + 1, same = 0;
+                for (; end < from.size() && same < kGap; ++end)
+                    same = sameBytes(into[first + end], from[end]) ? same + 1 : 0;
+                end -= same;
+                std::copy(from.begin() + long(i), from.begin() + long(end), into.begin() + long(first + i));
+                written.emplace_back(first + i, end - i);
+                i = end;
+            }
+            return;
+        }
+        if (from.size() > room) {
+            first = into.size();
+            room = from.size();
+            into.insert(into.end(), from.begin(), from.end());
+        } else {
+            std::copy(from.begin(), from.end(), into.begin() + long(first));
+        }
+        count = from.size();
+        if (count > 0)
+            written.emplace_back(first, count);
+    };
+    place(geometry.triangles, slot.firstTriangle, slot.triangleCount, slot.triangleRoom, part.triangles,
+          change.triangles);
+    place(geometry.lines, slot.firstLine, slot.lineCount, slot.lineRoom, part.lines, change.lines);
+
+    if (part.labels.size() == slot.labelCount) {
+        std::copy(part.labels.begin(), part.labels.end(), geometry.labels.begin() + long(slot.firstLabel));
+    } else {
+        // Laid out again once every part is drawn: they wait at the end.
+        labelsMoved = true;
+        slot.firstLabel = geometry.labels.size();
+        geometry.labels.insert(geometry.labels.end(), part.labels.begin(), part.labels.end());
+        slot.labelCount = part.labels.size();
+    }
+    slot.images = part.images;
+    slot.lo = part.lo;
+    slot.hi = part.hi;
+    slot.chunks = part.chunks;
+}
+
+void SceneGeometryUpdater::finish(SceneGeometry& geometry)
+{
+    geometry.chunks.clear();
+    geometry.images.clear();
+    Vec2 lo{1, 1}, hi{-1, -1};
+    for (const Slot& slot : m_slots) {
+        for (GeomChunk chunk : slot.chunks) {
+            chunk.firstTriangle += int(slot.firstTriangle);
+            chunk.firstLine += int(slot.firstLine);
+            geometry.chunks.push_back(chunk);
+        }
+        geometry.images.insert(geometry.images.end(), slot.images.begin(), slot.images.end());
+        unite(lo, hi, slot.lo, slot.hi);
+    }
+    geometry.lo = lo;
+    geometry.hi = hi;
+    geometry.typicalFixtureSize = m_regions.typicalSize();
+}
