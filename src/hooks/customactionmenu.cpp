@@ -18,19 +18,17 @@ namespace
 struct LimitKey
 {
     const char* key;
-    int kind;
-    int bound;
+    EditMode mode;
+    LimitBound bound;
 };
 
 const LimitKey kLimitKeys[] = {
-    {"minBodies", 0, CustomAction::kMinimum},    {"maxBodies", 0, CustomAction::kMaximum},
-    {"minFixtures", 1, CustomAction::kMinimum},  {"maxFixtures", 1, CustomAction::kMaximum},
-    {"minVertices", CustomAction::kVertexKind, CustomAction::kMinimum},
-    {"maxVertices", CustomAction::kVertexKind, CustomAction::kMaximum},
-    {"minJoints", 2, CustomAction::kMinimum},    {"maxJoints", 2, CustomAction::kMaximum},
-    {"minImages", 3, CustomAction::kMinimum},    {"maxImages", 3, CustomAction::kMaximum},
-    {"minSamplers", int(ItemKind::Sampler), CustomAction::kMinimum},
-    {"maxSamplers", int(ItemKind::Sampler), CustomAction::kMaximum},
+    {"minBodies", EditMode::Bodies, LimitBound::Minimum},       {"maxBodies", EditMode::Bodies, LimitBound::Maximum},
+    {"minFixtures", EditMode::Fixtures, LimitBound::Minimum},   {"maxFixtures", EditMode::Fixtures, LimitBound::Maximum},
+    {"minVertices", EditMode::Vertices, LimitBound::Minimum},   {"maxVertices", EditMode::Vertices, LimitBound::Maximum},
+    {"minJoints", EditMode::Joints, LimitBound::Minimum},       {"maxJoints", EditMode::Joints, LimitBound::Maximum},
+    {"minImages", EditMode::Images, LimitBound::Minimum},       {"maxImages", EditMode::Images, LimitBound::Maximum},
+    {"minSamplers", EditMode::Samplers, LimitBound::Minimum},   {"maxSamplers", EditMode::Samplers, LimitBound::Maximum},
 };
 
 QString stringMember(const rapidjson::Value& node, const char* key, bool* present = nullptr)
@@ -42,13 +40,11 @@ QString stringMember(const rapidjson::Value& node, const char* key, bool* presen
     return ok ? QString::fromUtf8(it->value.GetString(), int(it->value.GetStringLength())) : QString();
 }
 
-size_t selectedCount(const Selection& selection, int kind)
+size_t selectedCount(const Selection& selection, EditMode mode)
 {
-    if (kind == CustomAction::kVertexKind)
+    if (mode == EditMode::Vertices)
         return selection.vertices().size();
-    if (kind < 0 || kind >= kItemKindCount)
-        return 0;
-    return selection.count(ItemKind(kind));
+    return selection.count(editModeItemKind(mode));
 }
 
 std::unique_ptr<CustomActionMenuItem> readAction(const rapidjson::Value& node, const QString& layoutFile,
@@ -74,7 +70,7 @@ std::unique_ptr<CustomActionMenuItem> readAction(const rapidjson::Value& node, c
                                      .arg(QLatin1String(limit.key), name, layoutFile));
             continue;
         }
-        action->addConstraint({limit.kind, limit.bound, it->value.GetInt()});
+        action->addConstraint({limit.mode, limit.bound, it->value.GetInt()});
     }
     if (!QFileInfo::exists(action->scriptPath()))
         plaxLog(LOG_WARNING, QStringLiteral("Script file of action '%1' not found: '%2'").arg(name, action->scriptPath()));
@@ -119,10 +115,10 @@ CustomAction::CustomAction(const QString& name, const QString& scriptPath, const
 bool CustomAction::isAllowedBy(const Selection& selection) const
 {
     for (const CustomActionConstraint& c : m_constraints) {
-        const size_t count = selectedCount(selection, c.itemKind);
-        if (c.bound == kMinimum && qint64(count) < c.value)
+        const size_t count = selectedCount(selection, c.mode);
+        if (c.bound == LimitBound::Minimum && qint64(count) < c.value)
             return false;
-        if (c.bound == kMaximum && qint64(count) > c.value)
+        if (c.bound == LimitBound::Maximum && qint64(count) > c.value)
             return false;
     }
     return true;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "editing/editmode.h"
+
 #include <QAction>
 #include <QDateTime>
 #include <QHash>
@@ -11,15 +13,22 @@
 
 class Selection;
 
+/// Which end of a custom action's selection limit a value gives.
+enum class LimitBound
+{
+    Minimum,
+    Maximum,
+};
+
 /// One selection limit of a custom action: the number of selected items of
-/// a kind must be at least (bound 0) or at most (bound 1) the value.
+/// an edit mode (bodies, fixtures, vertices, joints, images or samplers)
+/// must be at least or at most the value.
 struct CustomActionConstraint
 {
-    /// The item kind's number: body 0, fixture 1, joint 2, image 3, sampler
-    /// 4, vertex 6 (vertices are no item kind of their own).
-    int itemKind = 0;
-    /// 0 for a minimum, 1 for a maximum.
-    int bound = 0;
+    /// What is counted: the items of this mode.
+    EditMode mode = EditMode::Bodies;
+    /// Whether the value is a minimum or a maximum.
+    LimitBound bound = LimitBound::Minimum;
     /// The limit.
     int value = 0;
 };
@@ -31,12 +40,6 @@ class CustomAction : public QAction
     Q_OBJECT
 
 public:
-    /// The kind number used for vertices in constraints.
-    static constexpr int kVertexKind = 6;
-    /// Bound values.
-    static constexpr int kMinimum = 0;
-    static constexpr int kMaximum = 1;
-
     /// An action named `name` running `scriptPath` ("%1/%2": the layout's
     /// folder and its "file"), from the layout folder `folderPath`.
     CustomAction(const QString& name, const QString& scriptPath, const QString& folderPath,

@@ -115,17 +115,20 @@ TEST_F(CustomMenuTest, NestedLayoutIsReadWithConstraintsAndEveryMessage)
     EXPECT_EQ(first->toolTip(), "the first");
     // Appended in the fixed key order, not the file's order.
     ASSERT_EQ(first->constraints().size(), 4u);
-    const int expected[4][3] = {{0, 0, 1}, {0, 1, 3}, {CustomAction::kVertexKind, 0, 2}, {int(ItemKind::Sampler), 1, 0}};
+    const CustomActionConstraint expected[4] = {{EditMode::Bodies, LimitBound::Minimum, 1},
+                                                {EditMode::Bodies, LimitBound::Maximum, 3},
+                                                {EditMode::Vertices, LimitBound::Minimum, 2},
+                                                {EditMode::Samplers, LimitBound::Maximum, 0}};
     for (int i = 0; i < 4; ++i) {
-        EXPECT_EQ(first->constraints()[i].itemKind, expected[i][0]) << i;
-        EXPECT_EQ(first->constraints()[i].bound, expected[i][1]) << i;
-        EXPECT_EQ(first->constraints()[i].value, expected[i][2]) << i;
+        EXPECT_EQ(first->constraints()[i].mode, expected[i].mode) << i;
+        EXPECT_EQ(first->constraints()[i].bound, expected[i].bound) << i;
+        EXPECT_EQ(first->constraints()[i].value, expected[i].value) << i;
     }
     CustomAction* top = root->children()[1]->action();
     ASSERT_EQ(top->constraints().size(), 3u);
-    EXPECT_EQ(top->constraints()[0].itemKind, 1) << "maxFixtures comes before minJoints";
-    EXPECT_EQ(top->constraints()[1].itemKind, 2);
-    EXPECT_EQ(top->constraints()[2].itemKind, 3);
+    EXPECT_EQ(top->constraints()[0].mode, EditMode::Fixtures) << "maxFixtures comes before minJoints";
+    EXPECT_EQ(top->constraints()[1].mode, EditMode::Joints);
+    EXPECT_EQ(top->constraints()[2].mode, EditMode::Images);
     EXPECT_EQ(top->scriptPath(), base + "/default/sub/top.rs");
 
     EXPECT_EQ(loader.layouts(), QStringList({"default"})) << "retired-, broken and nolayout give no menu";
