@@ -13,7 +13,7 @@
 
 namespace
 {
-// The limit keys in the order their constraints are appended, with the kind
+// The limit keys in the order their constraints are appended, with the edit mode
 // and bound each one stands for.
 struct LimitKey
 {
