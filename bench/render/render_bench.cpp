@@ -193,7 +193,8 @@ int main(int argc, char* argv[])
     }
     QTemporaryDir dir;
     // "--player" times only the player view's frames of the 10,000-body
-    // scene, "--drag" only the vertex drag.
+    // scene, "--drag" only the vertex drag, "--scene N" only the editor
+    // view of the N-body scene.
     if (args.size() == 2 && args[1] == QLatin1String("--player")) {
         EditorDocument document;
         const QString path = dir.filePath(QStringLiteral("large-10000.plax"));
@@ -210,6 +211,10 @@ int main(int argc, char* argv[])
     }
     if (args.size() == 2 && args[1] == QLatin1String("--drag")) {
         benchVertexDrag();
+        return 0;
+    }
+    if (args.size() == 3 && args[1] == QLatin1String("--scene")) {
+        benchScene(args[2].toInt(), dir);
         return 0;
     }
     for (int bodies : {10000, 40000})

@@ -8,6 +8,7 @@ MetaFixture* MetaBody::adoptFixture(std::unique_ptr<MetaFixture> fixture)
         return nullptr;
     fixture->m_body = this;
     m_fixtures.push_back(std::move(fixture));
+    markChanged();
     return m_fixtures.back().get();
 }
 

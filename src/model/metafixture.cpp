@@ -15,8 +15,16 @@ float MetaFixture::validDensity(float density)
     return fallback;
 }
 
+void MetaFixture::markChanged()
+{
+    MetaItem::markChanged();
+    if (m_body)
+        m_body->markChanged();
+}
+
 void MetaFixture::setVertices(std::vector<Vec2> vertices)
 {
+    markChanged();
     if (m_selfIntersecting) {
         m_vertices = std::move(vertices);
         m_selfIntersecting = ringSelfIntersects(m_vertices);
@@ -32,6 +40,7 @@ MetaShape& MetaFixture::addShape(ShapeType type, float radius)
 {
     m_shapes.emplace_back(type, radius);
     m_shapes.back().m_fixture = this;
+    markChanged();
     return m_shapes.back();
 }
 

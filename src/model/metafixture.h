@@ -39,7 +39,7 @@ public:
 
     /// Shapes of the fixture.
     const std::vector<MetaShape>& shapes() const { return m_shapes; }
-    /// Shape at an index (must exist).
+    /// Shape at an index (must exist); its setters mark the fixture changed.
     MetaShape& shape(size_t index) { return m_shapes[index]; }
     /// Appends a shape and returns it.
     MetaShape& addShape(ShapeType type, float radius);
@@ -48,12 +48,20 @@ public:
     {
         if (!m_shapes.empty())
             m_shapes.pop_back();
+        markChanged();
     }
     /// Removes every shape.
-    void clearShapes() { m_shapes.clear(); }
+    void clearShapes()
+    {
+        m_shapes.clear();
+        markChanged();
+    }
 
     /// Text naming the fixture in log messages ("body/fixture").
     QString description() const;
+
+    /// Marks its body changed as well.
+    void markChanged() override;
 
 private:
     friend class MetaBody;

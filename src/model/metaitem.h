@@ -6,6 +6,8 @@
 
 #include <QString>
 
+#include <cstdint>
+
 class MetaWorld;
 
 /// Base of the six scene item kinds: an id unique within its kind, a name and
@@ -27,11 +29,22 @@ public:
     /// The world the item belongs to, or null.
     MetaWorld* world() const { return m_world; }
 
+    /// A number that changes whenever the item's id or name changes, and
+    /// for a body or fixture whenever its fixture list, vertices or shapes
+    /// do; no two items ever share one. A change of a fixture changes its
+    /// body's revision too. Public fields (a body's place, a fixture's
+    /// material) are not covered: compare them directly.
+    std::uint64_t revision() const { return m_revision; }
+    /// Gives the item (and a fixture's body) a new revision. The model's
+    /// own mutators call it; code that changes private state through them
+    /// need not.
+    virtual void markChanged();
+
     /// Custom property values of the item.
     CustomProperties customProperties;
 
 protected:
-    explicit MetaItem(ItemKind kind) : m_kind(kind) {}
+    explicit MetaItem(ItemKind kind);
 
 private:
     friend class MetaWorld;
@@ -41,4 +54,5 @@ private:
     ItemId m_id = 0;
     QString m_name;
     MetaWorld* m_world = nullptr;
+    std::uint64_t m_revision;
 };

@@ -61,7 +61,21 @@ bool MetaShape::setType(ShapeType type)
         break;
     }
     m_type = type;
+    markFixtureChanged();
     return true;
+}
+
+void MetaShape::assign(ShapeType type, float radius)
+{
+    m_type = type;
+    m_radius = radius;
+    markFixtureChanged();
+}
+
+void MetaShape::markFixtureChanged()
+{
+    if (m_fixture)
+        m_fixture->markChanged();
 }
 
 bool MetaShape::setRadius(float radius)
@@ -75,12 +89,14 @@ bool MetaShape::setRadius(float radius)
     }
     if (radius >= kMinEffectiveRadius) {
         m_radius = radius;
+        markFixtureChanged();
         return true;
     }
     if (m_type != ShapeType::Circle) {
         if (radius != 0)
             plaxLog(LOG_WARNING, tr("Radius values of less than 0.005 for non-circle shapes will be taken as zero."));
         m_radius = radius;
+        markFixtureChanged();
         return true;
     }
     const QString message = tr("Circle shapes should have a radius value greater than 0.005");
@@ -103,10 +119,12 @@ void MetaShape::conformToVertexCount(const QString& fixtureDescription, int shap
                                      .arg(fixtureDescription, QString::number(shapeIndex)));
         }
         m_type = ShapeType::Circle;
+        markFixtureChanged();
         plaxLog(LOG_WARNING,
                 QStringLiteral("Shape type forced to circle: %1:%2").arg(fixtureDescription, QString::number(shapeIndex)));
     } else if (count == 2 && (m_type == ShapeType::Polygon || m_type == ShapeType::Loop)) {
         m_type = ShapeType::Line;
+        markFixtureChanged();
         plaxLog(LOG_WARNING, QStringLiteral("Shape type forced to line: %1:%2").arg(fixtureDescription, QString::number(shapeIndex)));
     }
 }

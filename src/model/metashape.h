@@ -45,11 +45,7 @@ public:
     void conformToVertexCount(const QString& fixtureDescription, int shapeIndex);
 
     /// Sets type and radius without any rule (readers and undo).
-    void assign(ShapeType type, float radius)
-    {
-        m_type = type;
-        m_radius = radius;
-    }
+    void assign(ShapeType type, float radius);
 
     /// Translatable display name of a type ("Circle", ..., "Unknown shape type").
     static QString typeName(ShapeType type);
@@ -81,6 +77,9 @@ public:
 
 private:
     friend class MetaFixture;
+
+    // A change of type or radius is a change of the fixture.
+    void markFixtureChanged();
 
     ShapeType m_type;
     float m_radius;

@@ -50,10 +50,12 @@ bool MetaWorld::setName(MetaItem* item, const QString& name)
     }
     if (item->m_world != this) {
         item->m_name = name;
+        item->markChanged();
         return true;
     }
     registry(item->kind()).rename(item, item->m_name, name);
     item->m_name = name;
+    item->markChanged();
     return true;
 }
 
@@ -68,6 +70,7 @@ bool MetaWorld::attach(MetaItem* item, ItemId id, const QString& name)
     item->m_name = isValidItemName(name) ? name : QString();
     item->m_world = this;
     reg.insert(item);
+    item->markChanged();
     return true;
 }
 
@@ -94,6 +97,7 @@ MetaFixture* MetaWorld::addFixture(MetaBody* body, std::unique_ptr<MetaFixture> 
     if (!body || !attach(fixture.get(), id, name))
         return nullptr;
     fixture->m_body = body;
+    body->markChanged();
     return placeInto(body->m_fixtures, std::move(fixture));
 }
 
@@ -146,6 +150,7 @@ std::unique_ptr<MetaFixture> MetaWorld::removeFixture(MetaFixture* fixture)
         return nullptr;
     detach(taken.get());
     taken->m_body = nullptr;
+    body->markChanged();
     return taken;
 }
 

@@ -5,7 +5,7 @@ target_sources(plaxcore PRIVATE
   model/metabody.cpp model/metabody.h
   model/metafixture.cpp model/metafixture.h
   model/metaimage.h
-  model/metaitem.h
+  model/metaitem.cpp model/metaitem.h
   model/metajoint.cpp model/metajoint.h
   model/metaobject.h
   model/metaplaceditem.h

@@ -605,39 +605,45 @@ private:
 };
 } // namespace
 
-std::uint64_t SceneGeometry::bodyDigest(const MetaBody& body, const Selection& selection)
+std::uint64_t SceneGeometry::bodyDigest(const MetaBody& body, std::uint64_t selectionMark)
 {
-    // Everything Builder::body reads: keep the two together.
+    // Everything Builder::body reads: the body's public fields directly,
+    // its name, fixtures, vertices and shapes through its revision.
     Digest digest;
     digest.add(std::uint64_t(body.id()));
     digest.add(std::uint64_t(body.type));
     digest.add(body.position);
     digest.add(body.angle);
-    digest.add(body.name());
-    digest.add(std::uint64_t(selection.contains(ItemKind::Body, body.id())));
-    const bool vertexPicks = !selection.vertices().empty();
-    for (const auto& fixture : body.fixtures()) {
-        digest.add(std::uint64_t(fixture->id()));
-        digest.add(fixture->name());
-        const bool selected = selection.contains(ItemKind::Fixture, fixture->id());
-        digest.add(std::uint64_t(selected));
-        for (const MetaShape& shape : fixture->shapes()) {
-            digest.add(std::uint64_t(std::uint32_t(shape.type())));
-            digest.add(shape.radius());
-        }
-        const std::vector<Vec2>& vertices = fixture->vertices();
-        digest.add(std::uint64_t(vertices.size()));
-        for (const Vec2& v : vertices)
-            digest.add(v);
-        if (selected && vertexPicks) {
-            // The fixture's picked corners, in any order (a sum does not care).
-            std::uint64_t picked = 0;
-            for (const Selection::VertexRef& v : selection.vertices()) {
-                if (v.fixture == fixture->id() && v.index >= 0 && size_t(v.index) < vertices.size())
-                    picked += (std::uint64_t(v.index) + 1) * 0x9E3779B97F4A7C15ull;
-            }
-            digest.add(picked);
-        }
-    }
+    digest.add(body.revision());
+    digest.add(selectionMark);
     return digest.value();
+}
+
+std::unordered_map<const MetaBody*, std::uint64_t> SceneGeometry::selectionMarks(const MetaWorld& world,
+                                                                                 const Selection& selection)
+{
+    // Each selected thing adds its own well-mixed number to its body's
+    // mark, so the mark does not depend on the order of selection.
+    const auto mix = [](std::uint64_t x) {
+        x += 0x9E3779B97F4A7C15ull;
+        x = (x ^ (x >> 30)) * 0xBF58476D1CE4E5B9ull;
+        x = (x ^ (x >> 27)) * 0x94D049BB133111EBull;
+        return x ^ (x >> 31);
+    };
+    std::unordered_map<const MetaBody*, std::uint64_t> marks;
+    for (ItemId id : selection.items(ItemKind::Body)) {
+        if (const MetaBody* body = world.findBody(id))
+            marks[body] += mix(1);
+    }
+    for (ItemId id : selection.items(ItemKind::Fixture)) {
+        const MetaFixture* fixture = world.findFixture(id);
+        if (fixture && fixture->body())
+            marks[fixture->body()] += mix((std::uint64_t(2) << 32) | id);
+    }
+    for (const Selection::VertexRef& v : selection.vertices()) {
+        const MetaFixture* fixture = world.findFixture(v.fixture);
+        if (fixture && fixture->body())
+            marks[fixture->body()] += mix(mix(v.fixture) ^ std::uint64_t(std::uint32_t(v.index)));
+    }
+    return marks;
 }

@@ -8,6 +8,7 @@
 
 #include <array>
 #include <cstdint>
+#include <unordered_map>
 #include <vector>
 
 class MetaBody;
@@ -188,7 +189,12 @@ struct SceneGeometry
                          const ViewColors& colors, const QString& sceneFilePath, int circleSegments, ScenePart part,
                          const std::vector<std::uint32_t>* bodies = nullptr, size_t index = 0);
     /// A digest of everything a body's drawing takes from the scene and the
-    /// selection (its place, type, names, fixtures and what of it is
-    /// selected): the drawing of a body whose digest is unchanged is too.
-    static std::uint64_t bodyDigest(const MetaBody& body, const Selection& selection);
+    /// selection (its place, type, revision, and its mark from
+    /// selectionMarks, 0 when it has none): the drawing of a body whose
+    /// digest is unchanged is too. It reads only the body itself.
+    static std::uint64_t bodyDigest(const MetaBody& body, std::uint64_t selectionMark);
+    /// For each body the selection touches, a number standing for what of
+    /// it is selected: the body, its fixtures, their picked corners.
+    static std::unordered_map<const MetaBody*, std::uint64_t> selectionMarks(const MetaWorld& world,
+                                                                            const Selection& selection);
 };

@@ -93,9 +93,11 @@ GeometryChange SceneGeometryUpdater::update(SceneGeometry& geometry, const MetaW
     SceneRegions regions;
     regions.places.resize(bodies.size());
     std::unordered_map<const MetaBody*, size_t> previousIndex;
+    const auto marks = SceneGeometry::selectionMarks(world, selection);
     for (size_t i = 0; i < bodies.size(); ++i) {
         const MetaBody* body = bodies[i].get();
-        states[i] = {body, SceneGeometry::bodyDigest(*body, selection)};
+        const auto mark = marks.find(body);
+        states[i] = {body, SceneGeometry::bodyDigest(*body, mark == marks.end() ? 0 : mark->second)};
         if (full)
             continue;
         size_t before = i;

@@ -88,3 +88,58 @@ TEST(ItemKinds, NamesAndTags)
     EXPECT_EQ(MetaJoint::typeFromWord("pulley"), JointType::Unknown) << "scenes hold no pulley joints";
     EXPECT_EQ(MetaJoint::typeWord(JointType::Rope), "rope");
 }
+
+// A view redraws a body only when its revision (or a public field) changed:
+// every change of what a body draws through private state must give the
+// body a new revision, and nothing else may.
+TEST(MetaWorld, EveryChangeOfNamesFixturesVerticesOrShapesGivesTheBodyANewRevision)
+{
+    MetaWorld world;
+    MetaBody* body = world.addBody(std::make_unique<MetaBody>(), 0, "crate");
+    MetaBody* other = world.addBody(std::make_unique<MetaBody>(), 0, "other");
+    EXPECT_NE(body->revision(), other->revision());
+    auto made = std::make_unique<MetaFixture>();
+    made->setVertices({{0, 0}, {1, 0}, {0, 1}});
+    made->addShape(ShapeType::Polygon, 0);
+    MetaFixture* fixture = world.addFixture(body, std::move(made), 0, "lid");
+
+    const std::uint64_t otherRevision = other->revision();
+    std::uint64_t last = body->revision();
+    const auto changes = [&](const char* what) {
+        EXPECT_NE(body->revision(), last) << what;
+        last = body->revision();
+    };
+    world.setName(body, "box");
+    changes("renaming the body");
+    world.setName(fixture, "top");
+    changes("renaming a fixture");
+    fixture->setVertices({{0, 0}, {2, 0}, {0, 2}});
+    changes("new vertices");
+    EXPECT_TRUE(fixture->shape(0).setRadius(0.1f));
+    changes("a new radius");
+    EXPECT_TRUE(fixture->shape(0).setType(ShapeType::Loop));
+    changes("a new shape type");
+    fixture->shape(0).assign(ShapeType::Polygon, 0);
+    changes("a shape set by undo");
+    fixture->addShape(ShapeType::Line, 0);
+    changes("a shape added");
+    fixture->removeLastShape();
+    changes("a shape removed");
+    std::unique_ptr<MetaFixture> taken = world.removeFixture(fixture);
+    changes("a fixture removed");
+    world.addFixture(body, std::move(taken), 0, "again");
+    changes("a fixture added");
+
+    // Public fields are compared directly, and refused edits change nothing.
+    const std::uint64_t before = body->revision();
+    body->position = {3, 4};
+    EXPECT_FALSE(world.setName(body, "bad<name"));
+    EXPECT_EQ(body->revision(), before);
+    EXPECT_EQ(other->revision(), otherRevision) << "another body's changes are not this one's";
+
+    // A body made later, even where a freed one lived, has a revision of its own.
+    const std::uint64_t freed = other->revision();
+    world.removeBody(other).reset();
+    MetaBody* next = world.addBody(std::make_unique<MetaBody>(), 0, "next");
+    EXPECT_NE(next->revision(), freed);
+}
