@@ -2,6 +2,7 @@
 
 #include "base/flags.h"
 #include "base/log.h"
+#include "engine/recordedcalls.h"
 #include "engine/scriptdocument.h"
 #include "engine/scriptexecution.h"
 #include "engine/scriptlimits.h"
@@ -100,6 +101,7 @@ DocumentScripting::~DocumentScripting()
     }
     if (!AppFlags::isBatchMode())
         plaxLog(LOG_DEBUG, "Releasing script engine for EditorDocument %08X", documentTag(m_document));
+    m_recordedCalls.reset();
     if (m_engine)
         m_engine->ShutDownAndRelease();
     m_engine = nullptr;
@@ -295,6 +297,22 @@ bool DocumentScripting::compileLive()
 {
     QMutexLocker lock(&m_scriptMutex);
     return compileLiveLocked();
+}
+
+bool DocumentScripting::runRecordedCallsLocked(const QString& text, const QString& label, bool* ran)
+{
+    *ran = false;
+    if (!m_engine)
+        return false;
+    if (!m_recordedCalls)
+        m_recordedCalls = std::make_unique<RecordedCalls>(m_engine);
+    if (!m_recordedCalls->parse(text))
+        return false;
+    *ran = true;
+    m_scriptLog.holdFlushes();
+    const bool ok = m_recordedCalls->run(&m_document, label.isEmpty() ? scriptExecutionText() : label);
+    m_scriptLog.releaseFlushes();
+    return ok;
 }
 
 bool DocumentScripting::runLive()

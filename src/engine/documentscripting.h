@@ -9,7 +9,9 @@
 #include <QString>
 
 #include <atomic>
+#include <memory>
 
+class RecordedCalls;
 class ScriptDocument;
 
 /// Registers the script API on a new engine; false when a part failed.
@@ -82,6 +84,11 @@ public:
     /// macro titled `label` ("script execution" when empty). Returns true
     /// when it compiled and ran to its end.
     bool runOneShotLocked(const QString& text, const QString& label);
+    /// Runs `text` as runOneShotLocked would, but straight through the
+    /// registered functions, when it is made only of recorded edit calls
+    /// (see RecordedCalls); sets `ran` to whether it did. Returns true when
+    /// it ran to its end.
+    bool runRecordedCallsLocked(const QString& text, const QString& label, bool* ran);
 
     /// Builds `text` into the module `name` (replacing it), with the
     /// document current and rows reported with `lineOffset` added. Failures
@@ -106,6 +113,7 @@ private:
 
     ScriptDocument& m_document;
     AngelScript::asIScriptEngine* m_engine = nullptr;
+    std::unique_ptr<RecordedCalls> m_recordedCalls;
     std::atomic<bool> m_modulePresent{false};
     std::atomic<bool> m_compiledOk{true};
     int m_liveLineOffset = -1;

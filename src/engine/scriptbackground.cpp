@@ -127,7 +127,13 @@ bool request(ScriptCompileTask::Kind kind, ScriptDocument& document, const QStri
     clearScriptRunOutcome(&document);
     const int indexBefore = document.undoStack().index();
     bool result = false;
-    if (AppFlags::isBatchMode() || ScriptBackground::needsInterfaceThread(scanned)) {
+    bool ran = false;
+    // Recorded edits (undo and redo steps) run at once, without compiling.
+    if (kind == ScriptCompileTask::RunOneOff)
+        result = scripting.runRecordedCallsLocked(text, label, &ran);
+    if (ran) {
+        ScriptOutput::flush();
+    } else if (AppFlags::isBatchMode() || ScriptBackground::needsInterfaceThread(scanned)) {
         result = runOnCallingThread(kind, scripting, text, label);
         ScriptOutput::flush();
     } else {

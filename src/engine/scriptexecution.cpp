@@ -33,7 +33,13 @@ void reportException(asIScriptContext* context, int lineOffset)
 }
 } // namespace
 
-bool executeScriptContext(asIScriptContext* context, ScriptDocument* document, const QString& macroText, int lineOffset)
+namespace
+{
+// One script run: `execute` runs the context (or calls through it) and
+// returns how the execution ended.
+template <class Execute>
+bool runAsScript(asIScriptContext* context, ScriptDocument* document, const QString& macroText, int lineOffset,
+                 Execute execute)
 {
     int result = 0;
     ScriptRunOutcome outcome;
@@ -50,7 +56,7 @@ bool executeScriptContext(asIScriptContext* context, ScriptDocument* document, c
         ScriptWatchdog watchdog;
         watchdog.attach(context);
         ScriptState::setCurrentContext(context);
-        result = context->Execute();
+        result = execute();
         ScriptState::setCurrentContext(previousContext);
         watchdog.detach(context);
 
@@ -76,6 +82,18 @@ bool executeScriptContext(asIScriptContext* context, ScriptDocument* document, c
     }
     recordOutcome(document, outcome);
     return outcome.end == ScriptRunEnd::Finished;
+}
+} // namespace
+
+bool executeScriptContext(asIScriptContext* context, ScriptDocument* document, const QString& macroText, int lineOffset)
+{
+    return runAsScript(context, document, macroText, lineOffset, [context] { return context->Execute(); });
+}
+
+bool executeScriptCalls(asIScriptContext* context, ScriptDocument* document, const QString& macroText,
+                        const std::function<int()>& calls)
+{
+    return runAsScript(context, document, macroText, 0, calls);
 }
 
 ScriptRunOutcome lastScriptRunOutcome(const ScriptDocument* document)

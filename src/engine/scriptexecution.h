@@ -6,6 +6,8 @@
 
 #include <QString>
 
+#include <functional>
+
 class ScriptDocument;
 
 /// How a script execution ended.
@@ -45,6 +47,12 @@ struct ScriptRunOutcome
 /// Returns true when the script ran to its end.
 bool executeScriptContext(AngelScript::asIScriptContext* context, ScriptDocument* document,
                           const QString& macroText, int lineOffset);
+/// As executeScriptContext, for a run that calls registered functions one
+/// after another through `context` instead of executing a script in it:
+/// `calls` makes them and returns the last execution's result
+/// (asEXECUTION_FINISHED when all finished).
+bool executeScriptCalls(AngelScript::asIScriptContext* context, ScriptDocument* document, const QString& macroText,
+                        const std::function<int()>& calls);
 
 /// The outcome of the last execution that ran for `document` (null for
 /// runs without a document) since clearScriptRunOutcome(); a run nested in

@@ -2,6 +2,7 @@ target_sources(plaxcore PRIVATE
   engine/batchscript.cpp engine/batchscript.h
   engine/documentscripting.cpp engine/documentscripting.h
   engine/objectinstancehost.h
+  engine/recordedcalls.cpp engine/recordedcalls.h
   engine/scriptbackground.cpp engine/scriptbackground.h
   engine/scriptcompiletask.cpp engine/scriptcompiletask.h
   engine/scriptdocument.h
