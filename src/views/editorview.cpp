@@ -75,7 +75,10 @@ EditorView::EditorView(EditorDocument& document, std::shared_ptr<TextureCache> t
     m_fitPending = true;
     m_showLabels = openAppSettings()->value(QLatin1String(kShowLabelsKey), true).toBool();
     m_tool = std::make_unique<SelectTool>(*this);
-    connect(&document.undoStack(), &QUndoStack::indexChanged, this, [this] { sceneEdited(); });
+    connect(&document.undoStack(), &QUndoStack::indexChanged, this, [this] {
+        m_previewing = false;
+        sceneEdited();
+    });
 }
 
 EditorView::~EditorView()
@@ -137,7 +140,22 @@ void EditorView::sceneEdited()
 
 void EditorView::previewChanged()
 {
+    m_previewing = true;
     sceneEdited();
+}
+
+std::vector<ItemId> EditorView::outlineOnlyFixtures() const
+{
+    std::vector<ItemId> fixtures;
+    if (!m_previewing || editMode() != EditMode::Vertices)
+        return fixtures;
+    for (const Selection::VertexRef& v : document().selection().vertices()) {
+        const MetaFixture* fixture = document().world().findFixture(v.fixture);
+        if (fixture && fixture->vertices().size() > kOutlineOnlyVertices &&
+            std::find(fixtures.begin(), fixtures.end(), v.fixture) == fixtures.end())
+            fixtures.push_back(v.fixture);
+    }
+    return fixtures;
 }
 
 int EditorView::wantedCircleSegments() const
@@ -161,7 +179,8 @@ const SceneGeometry& EditorView::geometry()
             m_typicalSizeDirty = false;
         }
         const GeometryChange change = m_updater.update(m_geometry, document().world(), document().selection(),
-                                                       m_colors, document().filePath(), wantedCircleSegments());
+                                                       m_colors, document().filePath(), wantedCircleSegments(),
+                                                       outlineOnlyFixtures());
         m_buildMs = double(timer.nsecsElapsed()) / 1e6;
         m_geometryDirty = false;
         // Changes wait for the next frame's upload; a full one replaces them.
@@ -327,6 +346,10 @@ void EditorView::setTool(std::unique_ptr<ViewTool> tool)
 {
     // The old tool may be the caller: it is kept until the next event.
     m_retiredTool = std::move(m_tool);
+    if (m_previewing) {
+        m_previewing = false;
+        sceneEdited();
+    }
     m_tool = tool ? std::move(tool) : std::make_unique<SelectTool>(*this);
     toolChanged();
 }

@@ -89,7 +89,13 @@ public:
     /// Shows a message in the status bar (through statusMessage()).
     void showStatus(const QString& text, int timeoutMs = 4000);
     /// Asks for a repaint after a preview changed the scene without recording.
+    /// Until the preview ends (a new undo step, or another tool), fixtures
+    /// of more than kOutlineOnlyVertices vertices whose vertices it moves
+    /// are drawn without their fill: refilling a huge outline at every step
+    /// of a drag would not keep up with the pointer.
     void previewChanged();
+    /// See previewChanged().
+    static constexpr size_t kOutlineOnlyVertices = 20000;
     /// Puts a dropped or chosen list of image files into the scene at a world point ("add images").
     int addImageFiles(const QStringList& files, Vec2 at, bool dropped);
 
@@ -134,6 +140,8 @@ protected:
     void aboutToClose() override;
 
 private:
+    // The fixtures a running vertex preview draws without their fill.
+    std::vector<ItemId> outlineOnlyFixtures() const;
     void cameraChanged();
     void fitToScene();
     void adoptScriptedView();
@@ -156,6 +164,7 @@ private:
     std::unique_ptr<ViewTool> m_tool;
     std::unique_ptr<ViewTool> m_retiredTool;
     bool m_geometryDirty = true;
+    bool m_previewing = false;
     bool m_typicalSizeDirty = true;
     float m_typicalFixtureSize = 0;
     bool m_uploadDirty = true;

@@ -196,8 +196,13 @@ private:
             const QColor line = selected ? m_colors.selection : outline;
             // Without outlines (coarse drawing) fills are more opaque to stay visible.
             const int alpha = m_coarse ? std::min(255, m_colors.fillAlpha + 90) : m_colors.fillAlpha;
-            const QColor fill = withAlpha(selected ? m_colors.selection : outline,
-                                          selected ? std::min(255, alpha + 60) : (selection ? alpha : alpha / 2));
+            const bool fillless = m_outlineOnly && selection && !m_coarse &&
+                                  std::find(m_outlineOnly->begin(), m_outlineOnly->end(), fixture->id()) !=
+                                      m_outlineOnly->end();
+            const QColor fill = fillless ? QColor(0, 0, 0, 0)
+                                         : withAlpha(selected ? m_colors.selection : outline,
+                                                     selected ? std::min(255, alpha + 60)
+                                                              : (selection ? alpha : alpha / 2));
             // A selected body stands out by a halo; selected fixtures by
             // their vertex markers (which a halo would cover).
             m_shapes.setHalo(bodySelected ? haloOf(m_colors) : QColor());
@@ -423,8 +428,13 @@ private:
     GeomChunk m_chunk;
     bool m_coarse;
     bool m_bodyLocal = false;
+    const std::vector<ItemId>* m_outlineOnly = nullptr;
 
 public:
+    // Fixtures drawn without their fill (the full drawing only: the coarse
+    // one has no outlines to show them by).
+    void setOutlineOnly(const std::vector<ItemId>* fixtures) { m_outlineOnly = fixtures; }
+
     // The fixtures of each body in its own coordinates, with the vertex
     // ranges each body's drawing takes.
     void bodiesLocal(const std::vector<const MetaBody*>& bodies, std::vector<BodyVertexRange>* ranges)
@@ -563,10 +573,13 @@ void SceneGeometry::rebuild(SceneGeometry& geometry, const MetaWorld& world, con
 
 void SceneGeometry::drawPart(SceneGeometry& target, const MetaWorld& world, const Selection& selection,
                              const ViewColors& colors, const QString& sceneFilePath, int circleSegments,
-                             ScenePart part, const std::vector<std::uint32_t>* bodies, size_t index)
+                             ScenePart part, const std::vector<std::uint32_t>* bodies, size_t index,
+                             const std::vector<ItemId>* outlineOnly)
 {
     target.circleSegments = circleSegments;
-    Builder(target, colors, circleSegments).part(world, selection, sceneFilePath, part, bodies, index);
+    Builder builder(target, colors, circleSegments);
+    builder.setOutlineOnly(outlineOnly);
+    builder.part(world, selection, sceneFilePath, part, bodies, index);
 }
 
 namespace

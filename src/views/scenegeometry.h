@@ -184,10 +184,12 @@ struct SceneGeometry
                         const ViewColors& colors, const QString& sceneFilePath, int circleSegments = 32);
     /// Draws one part of a scene onto the end of `target`, as one chunk: for
     /// a region the bodies `bodies` (indices into the scene's bodies), for
-    /// an object instance the one at `index`.
+    /// an object instance the one at `index`. The fixtures `outlineOnly`
+    /// are drawn without their fill (in the full drawing).
     static void drawPart(SceneGeometry& target, const MetaWorld& world, const Selection& selection,
                          const ViewColors& colors, const QString& sceneFilePath, int circleSegments, ScenePart part,
-                         const std::vector<std::uint32_t>* bodies = nullptr, size_t index = 0);
+                         const std::vector<std::uint32_t>* bodies = nullptr, size_t index = 0,
+                         const std::vector<ItemId>* outlineOnly = nullptr);
     /// A digest of everything a body's drawing takes from the scene and the
     /// selection (its place, type, revision, and its mark from
     /// selectionMarks, 0 when it has none): the drawing of a body whose

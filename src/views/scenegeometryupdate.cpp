@@ -74,7 +74,8 @@ const std::vector<std::uint32_t>* SceneGeometryUpdater::cellOf(const Slot& slot)
 
 GeometryChange SceneGeometryUpdater::update(SceneGeometry& geometry, const MetaWorld& world,
                                             const Selection& selection, const ViewColors& colors,
-                                            const QString& sceneFilePath, int circleSegments)
+                                            const QString& sceneFilePath, int circleSegments,
+                                            const std::vector<ItemId>& outlineOnly)
 {
     size_t objectSlots = 0;
     for (const Slot& slot : m_slots)
@@ -93,7 +94,14 @@ GeometryChange SceneGeometryUpdater::update(SceneGeometry& geometry, const MetaW
     SceneRegions regions;
     regions.places.resize(bodies.size());
     std::unordered_map<const MetaBody*, size_t> previousIndex;
-    const auto marks = SceneGeometry::selectionMarks(world, selection);
+    auto marks = SceneGeometry::selectionMarks(world, selection);
+    // A fixture drawn without its fill draws differently too.
+    for (ItemId id : outlineOnly) {
+        const MetaFixture* fixture = world.findFixture(id);
+        if (fixture && fixture->body())
+            marks[fixture->body()] += 0x94D049BB133111EBull * (std::uint64_t(id) * 2 + 1);
+    }
+    m_outlineOnly = outlineOnly;
     for (size_t i = 0; i < bodies.size(); ++i) {
         const MetaBody* body = bodies[i].get();
         const auto mark = marks.find(body);
@@ -222,7 +230,7 @@ void SceneGeometryUpdater::buildAll(SceneGeometry& geometry, const MetaWorld& wo
         geometry.lo = {1, 1};
         geometry.hi = {-1, -1};
         SceneGeometry::drawPart(geometry, world, selection, m_colors, m_filePath, m_circleSegments, slot.part,
-                                cellOf(slot), slot.index);
+                                cellOf(slot), slot.index, &m_outlineOnly);
         slot.lo = geometry.lo;
         slot.hi = geometry.hi;
         unite(lo, hi, slot.lo, slot.hi);
@@ -249,7 +257,7 @@ void SceneGeometryUpdater::drawSlot(Slot& slot, SceneGeometry& geometry, const M
     SceneGeometry& part = m_scratch;
     clearGeometry(part);
     SceneGeometry::drawPart(part, world, selection, m_colors, m_filePath, m_circleSegments, slot.part, cellOf(slot),
-                            slot.index);
+                            slot.index, &m_outlineOnly);
     const bool sameTriangles = part.triangles.size() == slot.triangleCount &&
                                sameRange(geometry.triangles.data() + slot.firstTriangle, part.triangles, sameBytes);
     const bool sameLines =

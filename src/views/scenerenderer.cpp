@@ -178,6 +178,8 @@ void SceneRenderer::upload(const SceneGeometry& geometry, TextureCache& textures
         m_sharedIndices.write(triangleBytes, geometry.sharedLines.data(), lineBytes);
         m_sharedIndices.release();
     }
+    m_triangleBricks.rebuild(geometry.triangles);
+    m_lineBricks.rebuild(geometry.lines);
     m_chunks = geometry.chunks;
     m_images = geometry.images;
     m_cacheStaleLo = {1, 1};
@@ -205,6 +207,14 @@ void SceneRenderer::update(const SceneGeometry& geometry, const GeometryChange& 
     };
     write(m_triangles, geometry.triangles, change.triangles);
     write(m_lines, geometry.lines, change.lines);
+    const auto measure = [](VertexBricks& bricks, const std::vector<GeomVertex>& vertices,
+                            const std::vector<std::pair<size_t, size_t>>& stretches) {
+        bricks.refresh(vertices, 0, 0);
+        for (const auto& [first, count] : stretches)
+            bricks.refresh(vertices, first, count);
+    };
+    measure(m_triangleBricks, geometry.triangles, change.triangles);
+    measure(m_lineBricks, geometry.lines, change.lines);
     m_triangleCount = int(geometry.triangles.size());
     m_lineCount = int(geometry.lines.size());
     m_chunks = geometry.chunks;
@@ -286,7 +296,9 @@ void SceneRenderer::drawChunks(QOpenGLBuffer& buffer, GLenum mode, bool lines, c
     const Vec2 b = area ? area[1] : camera.toWorld(QPointF(camera.pixelSize.width(), 0));
     const double lox = double(a.x) - margin, hix = double(b.x) + margin;
     const double loy = double(a.y) - margin, hiy = double(b.y) + margin;
-    // Runs of neighbouring visible chunks go in one draw call.
+    // Runs of neighbouring visible chunks go in one draw call; of a chunk
+    // only partly in sight, the runs of vertices that reach the box.
+    const VertexBricks& bricks = lines ? m_lineBricks : m_triangleBricks;
     int first = 0, count = 0;
     for (const GeomChunk& chunk : m_chunks) {
         const int start = lines ? chunk.firstLine : chunk.firstTriangle;
@@ -294,14 +306,19 @@ void SceneRenderer::drawChunks(QOpenGLBuffer& buffer, GLenum mode, bool lines, c
         const bool visible = n > 0 && chunk.hi.x >= lox && chunk.lo.x <= hix && chunk.hi.y >= loy && chunk.lo.y <= hiy;
         if (!visible)
             continue;
-        if (count > 0 && first + count == start) {
-            count += n;
-            continue;
+        const bool whole = chunk.lo.x >= lox && chunk.hi.x <= hix && chunk.lo.y >= loy && chunk.hi.y <= hiy;
+        const std::vector<std::pair<int, int>> runs =
+            whole ? std::vector<std::pair<int, int>>{{start, n}} : bricks.runs(start, n, lox, loy, hix, hiy);
+        for (const auto& [runFirst, runCount] : runs) {
+            if (count > 0 && first + count == runFirst) {
+                count += runCount;
+                continue;
+            }
+            drawColored(buffer, mode, first, count, camera);
+            m_drawnVertices += size_t(count);
+            first = runFirst;
+            count = runCount;
         }
-        drawColored(buffer, mode, first, count, camera);
-        m_drawnVertices += size_t(count);
-        first = start;
-        count = n;
     }
     drawColored(buffer, mode, first, count, camera);
     m_drawnVertices += size_t(count);

@@ -2,6 +2,7 @@
 
 #include "base/types.h"
 #include "views/scenegeometry.h"
+#include "views/vertexbricks.h"
 #include "views/viewcamera.h"
 
 #include <map>
@@ -112,6 +113,10 @@ private:
     int m_sharedTriangleIndices = 0;
     int m_sharedLineIndices = 0;
     std::vector<GeomChunk> m_chunks;
+    /// Boxes of runs of the uploaded vertices: a small area's redraw (and a
+    /// close view) submits only the runs of its chunks that reach it.
+    VertexBricks m_triangleBricks;
+    VertexBricks m_lineBricks;
     std::vector<ImageDraw> m_images;
     std::map<QString, Texture> m_textures;
 };

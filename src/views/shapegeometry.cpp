@@ -53,6 +53,9 @@ void ShapeTessellator::include(Vec2 p, float margin)
 
 void ShapeTessellator::triangle(Vec2 a, Vec2 b, Vec2 c, const QColor& colour)
 {
+    // A clear triangle blends to nothing (colour and alpha alike).
+    if (colour.alpha() == 0)
+        return;
     GeomVertex v = geomVertex(a, colour);
     m_target.triangles.push_back(v);
     v.x = b.x;
@@ -128,7 +131,7 @@ void ShapeTessellator::circle(Vec2 center, float radius, float angle, const QCol
 
 void ShapeTessellator::fillRing(const std::vector<Vec2>& ring, const QColor& colour)
 {
-    if (ring.size() < 3)
+    if (ring.size() < 3 || colour.alpha() == 0)
         return;
     if (isConvex(ring)) {
         for (size_t i = 1; i + 1 < ring.size(); ++i)

@@ -11,6 +11,7 @@ target_sources(plaxgui PRIVATE
   views/scenegeometry.cpp views/scenegeometry.h
   views/scenegeometryupdate.cpp views/scenegeometryupdate.h
   views/scenerenderer.cpp views/scenerenderer.h
+  views/vertexbricks.cpp views/vertexbricks.h
   views/selecttool.cpp views/selecttool.h
   views/shapegeometry.cpp views/shapegeometry.h
   views/snapping.cpp views/snapping.h

@@ -3,6 +3,8 @@
 #include "base/log.h"
 #include "base/settings.h"
 #include "document/editordocument.h"
+#include "edits/transformsession.h"
+#include "editing/selection.h"
 #include "model/metaworld.h"
 #include "support/guitesting.h"
 #include "support/logcapture.h"
@@ -16,6 +18,8 @@
 #include <QPainter>
 #include <QTemporaryDir>
 #include <QtTest/QTest>
+
+#include <cmath>
 
 using namespace GuiTesting;
 
@@ -243,4 +247,51 @@ TEST_F(RenderingTest, BigScenesPanOverACachedPictureThatLooksLikeTheScene)
     view->sceneChanged();
     view->grabFramebuffer();
     EXPECT_FALSE(view->lastFrameFromCache());
+}
+
+// Refilling an outline of tens of thousands of corners at every step of a
+// drag cannot keep up with the pointer: while its vertices are dragged it is
+// drawn without its fill, and filled again when the drag ends. Small
+// fixtures keep their fill throughout.
+TEST_F(RenderingTest, AHugeOutlineLosesItsFillOnlyWhileItsVerticesAreDragged)
+{
+    MetaWorld& world = document.world();
+    MetaBody* body = world.addBody(std::make_unique<MetaBody>(), 0, QStringLiteral("disc"));
+    body->position = {0, -6};
+    auto made = std::make_unique<MetaFixture>();
+    std::vector<Vec2> ring;
+    const int corners = int(EditorView::kOutlineOnlyVertices) + 10;
+    for (int i = 0; i < corners; ++i) {
+        const double a = 2 * 3.14159265358979 * i / corners;
+        ring.push_back({float(3 * std::cos(a)), float(3 * std::sin(a))});
+    }
+    made->setVertices(std::move(ring));
+    made->addShape(ShapeType::Polygon, 0);
+    const MetaFixture* disc = world.addFixture(body, std::move(made), 0, QStringLiteral("rim"));
+    const MetaFixture* square = world.findFixture(1);
+    ASSERT_TRUE(square);
+
+    auto view = showView();
+    view->setEditMode(EditMode::Vertices);
+    const ViewColors colors = ViewColors::fromSettings();
+    const auto filled = [&](Vec2 at) { return !near(pixel(view->grabFramebuffer(), view->camera().toPixel(at)), colors.background); };
+    for (const MetaFixture* fixture : {disc, square}) {
+        document.selection().clear();
+        document.selection().add(ItemKind::Fixture, fixture->id());
+        document.selection().addVertex(fixture->id(), 0);
+        view->sceneChanged();
+        // Away from the body origin crosses and the names at the centres.
+        const Vec2 inside = fixture == disc ? Vec2{1.5f, -5.2f} : Vec2{4, 4};
+        EXPECT_TRUE(filled(inside));
+
+        TransformSession session(document, EditMode::Vertices, TransformApi::Operation::Translate);
+        session.preview(0.1f, 0);
+        view->previewChanged();
+        EXPECT_EQ(filled(inside), fixture == square) << "while dragging";
+        session.preview(0.2f, 0);
+        view->previewChanged();
+        EXPECT_EQ(filled(inside), fixture == square) << "still dragging";
+        ASSERT_TRUE(session.finish(0.2f, 0));
+        EXPECT_TRUE(filled(inside)) << "the drag ended";
+    }
 }
