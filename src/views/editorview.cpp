@@ -144,18 +144,48 @@ void EditorView::previewChanged()
     sceneEdited();
 }
 
-std::vector<ItemId> EditorView::outlineOnlyFixtures() const
+void EditorView::updateHeldFills()
 {
-    std::vector<ItemId> fixtures;
+    // Outside a preview: the fills a drag would start from, kept up to date
+    // with each fixture's revision.
+    std::vector<HeldFill> fills;
+    std::vector<std::uint64_t> revisions;
+    if (editMode() == EditMode::Vertices) {
+        for (const Selection::VertexRef& v : document().selection().vertices()) {
+            const MetaFixture* fixture = document().world().findFixture(v.fixture);
+            if (!fixture || fixture->vertices().size() <= kHeldFillVertices ||
+                std::any_of(fills.begin(), fills.end(), [&](const HeldFill& h) { return h.fixture == v.fixture; }))
+                continue;
+            HeldFill held{v.fixture, {}};
+            const auto kept = std::find_if(m_heldFills.begin(), m_heldFills.end(),
+                                           [&](const HeldFill& h) { return h.fixture == v.fixture; });
+            const size_t k = size_t(kept - m_heldFills.begin());
+            if (kept != m_heldFills.end() && m_heldFillRevisions[k] == fixture->revision())
+                held.vertices = std::move(kept->vertices);
+            else
+                held.vertices = fixture->vertices();
+            fills.push_back(std::move(held));
+            revisions.push_back(fixture->revision());
+        }
+    }
+    m_heldFills = std::move(fills);
+    m_heldFillRevisions = std::move(revisions);
+}
+
+std::vector<HeldFill> EditorView::previewFills() const
+{
     if (!m_previewing || editMode() != EditMode::Vertices)
-        return fixtures;
+        return {};
+    // A fixture that grew past the limit since the last frame has no fill
+    // held: it is drawn without one until the drag ends.
+    std::vector<HeldFill> fills = m_heldFills;
     for (const Selection::VertexRef& v : document().selection().vertices()) {
         const MetaFixture* fixture = document().world().findFixture(v.fixture);
-        if (fixture && fixture->vertices().size() > kOutlineOnlyVertices &&
-            std::find(fixtures.begin(), fixtures.end(), v.fixture) == fixtures.end())
-            fixtures.push_back(v.fixture);
+        if (fixture && fixture->vertices().size() > kHeldFillVertices &&
+            std::none_of(fills.begin(), fills.end(), [&](const HeldFill& h) { return h.fixture == v.fixture; }))
+            fills.push_back({v.fixture, {}});
     }
-    return fixtures;
+    return fills;
 }
 
 int EditorView::wantedCircleSegments() const
@@ -178,9 +208,11 @@ const SceneGeometry& EditorView::geometry()
             m_typicalFixtureSize = SceneGeometry::measureTypicalFixtureSize(document().world());
             m_typicalSizeDirty = false;
         }
+        if (!m_previewing)
+            updateHeldFills();
         const GeometryChange change = m_updater.update(m_geometry, document().world(), document().selection(),
                                                        m_colors, document().filePath(), wantedCircleSegments(),
-                                                       outlineOnlyFixtures());
+                                                       previewFills());
         m_buildMs = double(timer.nsecsElapsed()) / 1e6;
         m_geometryDirty = false;
         // Changes wait for the next frame's upload; a full one replaces them.

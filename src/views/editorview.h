@@ -90,12 +90,13 @@ public:
     void showStatus(const QString& text, int timeoutMs = 4000);
     /// Asks for a repaint after a preview changed the scene without recording.
     /// Until the preview ends (a new undo step, or another tool), fixtures
-    /// of more than kOutlineOnlyVertices vertices whose vertices it moves
-    /// are drawn without their fill: refilling a huge outline at every step
-    /// of a drag would not keep up with the pointer.
+    /// of more than kHeldFillVertices vertices whose vertices it moves keep
+    /// the fill they had before it under their moving outline: refilling a
+    /// huge outline at every step of a drag would not keep up with the
+    /// pointer.
     void previewChanged();
     /// See previewChanged().
-    static constexpr size_t kOutlineOnlyVertices = 20000;
+    static constexpr size_t kHeldFillVertices = 20000;
     /// Puts a dropped or chosen list of image files into the scene at a world point ("add images").
     int addImageFiles(const QStringList& files, Vec2 at, bool dropped);
 
@@ -140,8 +141,10 @@ protected:
     void aboutToClose() override;
 
 private:
-    // The fixtures a running vertex preview draws without their fill.
-    std::vector<ItemId> outlineOnlyFixtures() const;
+    // The fills a vertex drag would hold (taken outside previews).
+    void updateHeldFills();
+    // The fills a running vertex preview holds.
+    std::vector<HeldFill> previewFills() const;
     void cameraChanged();
     void fitToScene();
     void adoptScriptedView();
@@ -165,6 +168,8 @@ private:
     std::unique_ptr<ViewTool> m_retiredTool;
     bool m_geometryDirty = true;
     bool m_previewing = false;
+    std::vector<HeldFill> m_heldFills;
+    std::vector<std::uint64_t> m_heldFillRevisions;
     bool m_typicalSizeDirty = true;
     float m_typicalFixtureSize = 0;
     bool m_uploadDirty = true;

@@ -196,13 +196,13 @@ private:
             const QColor line = selected ? m_colors.selection : outline;
             // Without outlines (coarse drawing) fills are more opaque to stay visible.
             const int alpha = m_coarse ? std::min(255, m_colors.fillAlpha + 90) : m_colors.fillAlpha;
-            const bool fillless = m_outlineOnly && selection && !m_coarse &&
-                                  std::find(m_outlineOnly->begin(), m_outlineOnly->end(), fixture->id()) !=
-                                      m_outlineOnly->end();
-            const QColor fill = fillless ? QColor(0, 0, 0, 0)
-                                         : withAlpha(selected ? m_colors.selection : outline,
-                                                     selected ? std::min(255, alpha + 60)
-                                                              : (selection ? alpha : alpha / 2));
+            const QColor fill = withAlpha(selected ? m_colors.selection : outline,
+                                          selected ? std::min(255, alpha + 60) : (selection ? alpha : alpha / 2));
+            const HeldFill* held = nullptr;
+            if (m_heldFills && selection && !m_coarse) {
+                for (const HeldFill& h : *m_heldFills)
+                    held = h.fixture == fixture->id() ? &h : held;
+            }
             // A selected body stands out by a halo; selected fixtures by
             // their vertex markers (which a halo would cover).
             m_shapes.setHalo(bodySelected ? haloOf(m_colors) : QColor());
@@ -226,7 +226,19 @@ private:
                         m_shapes.circle(centre, radius, angle, fill, line);
                     break;
                 }
-                case ShapeType::Polygon: m_shapes.polygon(points, shape.isRounded() ? radius : 0, fill, line); break;
+                case ShapeType::Polygon:
+                    if (held) {
+                        // The fill the drag started from, under the outline as it is now.
+                        std::vector<Vec2> ring;
+                        ring.reserve(held->vertices.size());
+                        for (const Vec2& v : held->vertices)
+                            ring.push_back(m_bodyLocal ? v : place(placement, frame.toWorld(v)));
+                        m_shapes.fillRing(ring, fill);
+                        m_shapes.polygon(points, shape.isRounded() ? radius : 0, QColor(0, 0, 0, 0), line);
+                        break;
+                    }
+                    m_shapes.polygon(points, shape.isRounded() ? radius : 0, fill, line);
+                    break;
                 case ShapeType::Line: m_shapes.chain(points, false, shape.isRounded() ? radius : 0, fill, line); break;
                 case ShapeType::Loop: m_shapes.chain(points, true, shape.isRounded() ? radius : 0, fill, line); break;
                 default: m_shapes.chain(points, true, 0, fill, line); break;
@@ -428,12 +440,12 @@ private:
     GeomChunk m_chunk;
     bool m_coarse;
     bool m_bodyLocal = false;
-    const std::vector<ItemId>* m_outlineOnly = nullptr;
+    const std::vector<HeldFill>* m_heldFills = nullptr;
 
 public:
-    // Fixtures drawn without their fill (the full drawing only: the coarse
-    // one has no outlines to show them by).
-    void setOutlineOnly(const std::vector<ItemId>* fixtures) { m_outlineOnly = fixtures; }
+    // Fixtures drawn with a held fill (the full drawing only: the coarse
+    // one has no outlines to show where they are now).
+    void setHeldFills(const std::vector<HeldFill>* fills) { m_heldFills = fills; }
 
     // The fixtures of each body in its own coordinates, with the vertex
     // ranges each body's drawing takes.
@@ -574,11 +586,11 @@ void SceneGeometry::rebuild(SceneGeometry& geometry, const MetaWorld& world, con
 void SceneGeometry::drawPart(SceneGeometry& target, const MetaWorld& world, const Selection& selection,
                              const ViewColors& colors, const QString& sceneFilePath, int circleSegments,
                              ScenePart part, const std::vector<std::uint32_t>* bodies, size_t index,
-                             const std::vector<ItemId>* outlineOnly)
+                             const std::vector<HeldFill>* heldFills)
 {
     target.circleSegments = circleSegments;
     Builder builder(target, colors, circleSegments);
-    builder.setOutlineOnly(outlineOnly);
+    builder.setHeldFills(heldFills);
     builder.part(world, selection, sceneFilePath, part, bodies, index);
 }
 

@@ -121,6 +121,16 @@ enum class ScenePart
     Object
 };
 
+/// A fixture drawn under its current outline with the fill of an earlier
+/// vertex list, the one a drag of its vertices started from: refilling a
+/// huge outline at every step of the drag would not keep up with the
+/// pointer. Without vertices it is drawn without a fill.
+struct HeldFill
+{
+    ItemId fixture = 0;
+    std::vector<Vec2> vertices; ///< in the body's coordinates
+};
+
 /// The drawable form of a scene, built once per scene change and then drawn
 /// every frame without walking the model: triangles and line segments in
 /// world coordinates with colours, and the images. Selected items carry the
@@ -184,12 +194,12 @@ struct SceneGeometry
                         const ViewColors& colors, const QString& sceneFilePath, int circleSegments = 32);
     /// Draws one part of a scene onto the end of `target`, as one chunk: for
     /// a region the bodies `bodies` (indices into the scene's bodies), for
-    /// an object instance the one at `index`. The fixtures `outlineOnly`
-    /// are drawn without their fill (in the full drawing).
+    /// an object instance the one at `index`. Polygons of the fixtures in
+    /// `heldFills` take their fill from there (in the full drawing).
     static void drawPart(SceneGeometry& target, const MetaWorld& world, const Selection& selection,
                          const ViewColors& colors, const QString& sceneFilePath, int circleSegments, ScenePart part,
                          const std::vector<std::uint32_t>* bodies = nullptr, size_t index = 0,
-                         const std::vector<ItemId>* outlineOnly = nullptr);
+                         const std::vector<HeldFill>* heldFills = nullptr);
     /// A digest of everything a body's drawing takes from the scene and the
     /// selection (its place, type, revision, and its mark from
     /// selectionMarks, 0 when it has none): the drawing of a body whose

@@ -75,7 +75,7 @@ const std::vector<std::uint32_t>* SceneGeometryUpdater::cellOf(const Slot& slot)
 GeometryChange SceneGeometryUpdater::update(SceneGeometry& geometry, const MetaWorld& world,
                                             const Selection& selection, const ViewColors& colors,
                                             const QString& sceneFilePath, int circleSegments,
-                                            const std::vector<ItemId>& outlineOnly)
+                                            const std::vector<HeldFill>& heldFills)
 {
     size_t objectSlots = 0;
     for (const Slot& slot : m_slots)
@@ -95,13 +95,14 @@ GeometryChange SceneGeometryUpdater::update(SceneGeometry& geometry, const MetaW
     regions.places.resize(bodies.size());
     std::unordered_map<const MetaBody*, size_t> previousIndex;
     auto marks = SceneGeometry::selectionMarks(world, selection);
-    // A fixture drawn without its fill draws differently too.
-    for (ItemId id : outlineOnly) {
-        const MetaFixture* fixture = world.findFixture(id);
+    // A fixture drawn with a held fill draws differently too (a fill is held
+    // for one drag: a new one comes after the drag's undo step).
+    for (const HeldFill& held : heldFills) {
+        const MetaFixture* fixture = world.findFixture(held.fixture);
         if (fixture && fixture->body())
-            marks[fixture->body()] += 0x94D049BB133111EBull * (std::uint64_t(id) * 2 + 1);
+            marks[fixture->body()] += 0x94D049BB133111EBull * (std::uint64_t(held.fixture) * 2 + 1);
     }
-    m_outlineOnly = outlineOnly;
+    m_heldFills = heldFills;
     for (size_t i = 0; i < bodies.size(); ++i) {
         const MetaBody* body = bodies[i].get();
         const auto mark = marks.find(body);
@@ -230,7 +231,7 @@ void SceneGeometryUpdater::buildAll(SceneGeometry& geometry, const MetaWorld& wo
         geometry.lo = {1, 1};
         geometry.hi = {-1, -1};
         SceneGeometry::drawPart(geometry, world, selection, m_colors, m_filePath, m_circleSegments, slot.part,
-                                cellOf(slot), slot.index, &m_outlineOnly);
+                                cellOf(slot), slot.index, &m_heldFills);
         slot.lo = geometry.lo;
         slot.hi = geometry.hi;
         unite(lo, hi, slot.lo, slot.hi);
@@ -257,7 +258,7 @@ void SceneGeometryUpdater::drawSlot(Slot& slot, SceneGeometry& geometry, const M
     SceneGeometry& part = m_scratch;
     clearGeometry(part);
     SceneGeometry::drawPart(part, world, selection, m_colors, m_filePath, m_circleSegments, slot.part, cellOf(slot),
-                            slot.index, &m_outlineOnly);
+                            slot.index, &m_heldFills);
     const bool sameTriangles = part.triangles.size() == slot.triangleCount &&
                                sameRange(geometry.triangles.data() + slot.firstTriangle, part.triangles, sameBytes);
     const bool sameLines =

@@ -43,10 +43,10 @@ class SceneGeometryUpdater
 {
 public:
     /// Brings `geometry` up to date (it must be changed by this updater only),
-    /// drawing the fixtures `outlineOnly` without their fill.
+    /// drawing the fixtures of `heldFills` with the fills held there.
     GeometryChange update(SceneGeometry& geometry, const MetaWorld& world, const Selection& selection,
                           const ViewColors& colors, const QString& sceneFilePath, int circleSegments,
-                          const std::vector<ItemId>& outlineOnly = {});
+                          const std::vector<HeldFill>& heldFills = {});
     /// The next update draws everything again.
     void invalidate() { m_valid = false; }
     /// Parts drawn again by the last update (all of them when it was full).
@@ -93,7 +93,7 @@ private:
     std::vector<std::vector<const MetaBody*>> m_cellBodies;
     std::vector<Slot> m_slots;
     size_t m_partsDrawn = 0;
-    std::vector<ItemId> m_outlineOnly;
+    std::vector<HeldFill> m_heldFills;
     SceneGeometry m_scratch;
     std::vector<SceneLabel> m_labelScratch;
 };

@@ -46,13 +46,15 @@ public:
     /// Segments used for a full circle in the coarse drawing of zoomed-out views.
     static constexpr int kCoarseCircleSegments = 6;
 
+    /// The fill of a ring alone (triangles, no outline).
+    void fillRing(const std::vector<Vec2>& ring, const QColor& colour);
+
 private:
     bool drawsOutlines() const { return !m_coarse || m_halo.isValid(); }
     void triangle(Vec2 a, Vec2 b, Vec2 c, const QColor& colour);
     void disc(Vec2 center, float radius, int segments, const QColor& colour);
     void fan(Vec2 center, float radius, float from, float to, int segments, const QColor& colour);
     void thickSegment(Vec2 a, Vec2 b, float radius, const QColor& colour);
-    void fillRing(const std::vector<Vec2>& ring, const QColor& colour);
 
     SceneGeometry& m_target;
     int m_circleSegments;

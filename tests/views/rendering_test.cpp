@@ -250,17 +250,17 @@ TEST_F(RenderingTest, BigScenesPanOverACachedPictureThatLooksLikeTheScene)
 }
 
 // Refilling an outline of tens of thousands of corners at every step of a
-// drag cannot keep up with the pointer: while its vertices are dragged it is
-// drawn without its fill, and filled again when the drag ends. Small
-// fixtures keep their fill throughout.
-TEST_F(RenderingTest, AHugeOutlineLosesItsFillOnlyWhileItsVerticesAreDragged)
+// drag cannot keep up with the pointer: while its vertices are dragged it
+// keeps the fill it had under its moving outline, and is filled anew when
+// the drag ends. Small fixtures are filled anew at every step.
+TEST_F(RenderingTest, AHugeOutlineKeepsItsFillWhileItsVerticesAreDragged)
 {
     MetaWorld& world = document.world();
     MetaBody* body = world.addBody(std::make_unique<MetaBody>(), 0, QStringLiteral("disc"));
     body->position = {0, -6};
     auto made = std::make_unique<MetaFixture>();
     std::vector<Vec2> ring;
-    const int corners = int(EditorView::kOutlineOnlyVertices) + 10;
+    const int corners = int(EditorView::kHeldFillVertices) + 10;
     for (int i = 0; i < corners; ++i) {
         const double a = 2 * 3.14159265358979 * i / corners;
         ring.push_back({float(3 * std::cos(a)), float(3 * std::sin(a))});
@@ -274,24 +274,39 @@ TEST_F(RenderingTest, AHugeOutlineLosesItsFillOnlyWhileItsVerticesAreDragged)
     auto view = showView();
     view->setEditMode(EditMode::Vertices);
     const ViewColors colors = ViewColors::fromSettings();
-    const auto filled = [&](Vec2 at) { return !near(pixel(view->grabFramebuffer(), view->camera().toPixel(at)), colors.background); };
-    for (const MetaFixture* fixture : {disc, square}) {
+    const auto filled = [&](Vec2 at) {
+        return !near(pixel(view->grabFramebuffer(), view->camera().toPixel(at)), colors.background);
+    };
+    struct Case
+    {
+        const MetaFixture* fixture;
+        int picked;      // vertices picked, from the first on
+        Vec2 move;
+        Vec2 inside;     // inside before and after (away from crosses and names)
+        Vec2 gained;     // inside only once the picked vertices moved
+        bool held;
+    };
+    // An arc of the disc moves right; the square's first corner moves left.
+    for (const Case& c : {Case{disc, 2000, {2, 0}, {1.5f, -5.2f}, {4.0f, -5.5f}, true},
+                          Case{square, 1, {-1, 0}, {4, 4}, {2.6f, 4.5f}, false}}) {
         document.selection().clear();
-        document.selection().add(ItemKind::Fixture, fixture->id());
-        document.selection().addVertex(fixture->id(), 0);
+        document.selection().add(ItemKind::Fixture, c.fixture->id());
+        for (int i = 0; i < c.picked; ++i)
+            document.selection().addVertex(c.fixture->id(), i);
         view->sceneChanged();
-        // Away from the body origin crosses and the names at the centres.
-        const Vec2 inside = fixture == disc ? Vec2{1.5f, -5.2f} : Vec2{4, 4};
-        EXPECT_TRUE(filled(inside));
+        SCOPED_TRACE(c.fixture->name().toStdString());
+        EXPECT_TRUE(filled(c.inside));
+        EXPECT_FALSE(filled(c.gained));
 
         TransformSession session(document, EditMode::Vertices, TransformApi::Operation::Translate);
-        session.preview(0.1f, 0);
-        view->previewChanged();
-        EXPECT_EQ(filled(inside), fixture == square) << "while dragging";
-        session.preview(0.2f, 0);
-        view->previewChanged();
-        EXPECT_EQ(filled(inside), fixture == square) << "still dragging";
-        ASSERT_TRUE(session.finish(0.2f, 0));
-        EXPECT_TRUE(filled(inside)) << "the drag ended";
+        for (float step : {0.5f, 1.0f}) {
+            session.preview(c.move.x * step, c.move.y * step);
+            view->previewChanged();
+            EXPECT_TRUE(filled(c.inside)) << "while dragging";
+        }
+        EXPECT_EQ(filled(c.gained), !c.held) << "while dragging";
+        ASSERT_TRUE(session.finish(c.move.x, c.move.y));
+        EXPECT_TRUE(filled(c.inside)) << "the drag ended";
+        EXPECT_TRUE(filled(c.gained)) << "the drag ended";
     }
 }
