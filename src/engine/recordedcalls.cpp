@@ -24,7 +24,6 @@ class Reader
 {
 public:
     Reader(const char* at, const char* end) : m_at(at), m_end(end) {}
-    bool atEnd() const { return m_at == m_end; }
     const char* at() const { return m_at; }
     bool take(char c)
     {

@@ -31,8 +31,6 @@ public:
     /// Reads `text` into calls; false (and no calls) when any part of it is
     /// not a recorded call this can make.
     bool parse(const QString& text);
-    /// Number of calls parsed.
-    size_t size() const { return m_calls.size(); }
 
     /// Makes the parsed calls in order as one script run for `document` (see
     /// executeScriptCalls): an exception stops the run and is reported as a
