@@ -146,14 +146,7 @@ void PlayerGeometry::build(const PlayerWorld& world, const ViewColors& colors, c
 void PlayerGeometry::place(const PlayerWorld& world, const PlayerDisplayToggles& toggles, const ViewColors& colors,
                            SceneGeometry& frame, const ViewCamera* camera) const
 {
-    frame.triangles.clear();
-    frame.lines.clear();
-    frame.images.clear();
-    frame.labels.clear();
-    frame.chunks.clear();
-    frame.sharedVertices.clear();
-    frame.sharedTriangles.clear();
-    frame.sharedLines.clear();
+    frame.clear();
     frame.lo = {INFINITY, INFINITY};
     frame.hi = {-INFINITY, -INFINITY};
     const auto grow = [&frame](Vec2 p) {

@@ -550,16 +550,24 @@ SceneGeometry SceneGeometry::build(const MetaWorld& world, const Selection& sele
     return geometry;
 }
 
+void SceneGeometry::clear()
+{
+    triangles.clear();
+    lines.clear();
+    images.clear();
+    labels.clear();
+    chunks.clear();
+    sharedVertices.clear();
+    sharedTriangles.clear();
+    sharedLines.clear();
+    lo = {1, 1};
+    hi = {-1, -1};
+}
+
 void SceneGeometry::rebuild(SceneGeometry& geometry, const MetaWorld& world, const Selection& selection,
                             const ViewColors& colors, const QString& sceneFilePath, int circleSegments)
 {
-    geometry.triangles.clear();
-    geometry.lines.clear();
-    geometry.images.clear();
-    geometry.labels.clear();
-    geometry.chunks.clear();
-    geometry.lo = {1, 1};
-    geometry.hi = {-1, -1};
+    geometry.clear();
     geometry.circleSegments = circleSegments;
     geometry.typicalFixtureSize = 0;
     geometry.triangles.reserve(world.fixtureCount() * size_t(circleSegments) * 2);

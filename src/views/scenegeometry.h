@@ -181,6 +181,9 @@ struct SceneGeometry
 
     /// True when nothing has a finite position.
     bool isEmpty() const { return hi.x < lo.x; }
+    /// Empties every array (keeping its memory for the next drawing) and
+    /// the box.
+    void clear();
     /// Builds the geometry of a scene, its selection and the expanded items of
     /// its object instances (dimmed). `sceneFilePath` resolves relative image
     /// files; `circleSegments` sets the level of detail. Bodies are grouped

@@ -47,17 +47,6 @@ void unite(Vec2& lo, Vec2& hi, Vec2 otherLo, Vec2 otherHi)
     lo = {std::min(lo.x, otherLo.x), std::min(lo.y, otherLo.y)};
     hi = {std::max(hi.x, otherHi.x), std::max(hi.y, otherHi.y)};
 }
-
-void clearGeometry(SceneGeometry& g)
-{
-    g.triangles.clear();
-    g.lines.clear();
-    g.images.clear();
-    g.labels.clear();
-    g.chunks.clear();
-    g.lo = {1, 1};
-    g.hi = {-1, -1};
-}
 } // namespace
 
 void GeometryChange::touch(Vec2 p)
@@ -102,7 +91,7 @@ GeometryChange SceneGeometryUpdater::update(SceneGeometry& geometry, const MetaW
         if (fixture && fixture->body())
             marks[fixture->body()] += 0x94D049BB133111EBull * (std::uint64_t(held.fixture) * 2 + 1);
     }
-    m_heldFills = heldFills;
+    m_heldFills = &heldFills;
     for (size_t i = 0; i < bodies.size(); ++i) {
         const MetaBody* body = bodies[i].get();
         const auto mark = marks.find(body);
@@ -201,7 +190,7 @@ GeometryChange SceneGeometryUpdater::update(SceneGeometry& geometry, const MetaW
 
 void SceneGeometryUpdater::buildAll(SceneGeometry& geometry, const MetaWorld& world, const Selection& selection)
 {
-    clearGeometry(geometry);
+    geometry.clear();
     geometry.circleSegments = m_circleSegments;
     geometry.triangles.reserve(world.fixtureCount() * size_t(m_circleSegments) * 2);
     geometry.lines.reserve(world.fixtureCount() * size_t(m_circleSegments));
@@ -231,7 +220,7 @@ void SceneGeometryUpdater::buildAll(SceneGeometry& geometry, const MetaWorld& wo
         geometry.lo = {1, 1};
         geometry.hi = {-1, -1};
         SceneGeometry::drawPart(geometry, world, selection, m_colors, m_filePath, m_circleSegments, slot.part,
-                                cellOf(slot), slot.index, &m_heldFills);
+                                cellOf(slot), slot.index, m_heldFills);
         slot.lo = geometry.lo;
         slot.hi = geometry.hi;
         unite(lo, hi, slot.lo, slot.hi);
@@ -256,9 +245,9 @@ void SceneGeometryUpdater::drawSlot(Slot& slot, SceneGeometry& geometry, const M
                                     const Selection& selection, GeometryChange& change, bool& labelsMoved)
 {
     SceneGeometry& part = m_scratch;
-    clearGeometry(part);
+    part.clear();
     SceneGeometry::drawPart(part, world, selection, m_colors, m_filePath, m_circleSegments, slot.part, cellOf(slot),
-                            slot.index, &m_heldFills);
+                            slot.index, m_heldFills);
     const bool sameTriangles = part.triangles.size() == slot.triangleCount &&
                                sameRange(geometry.triangles.data() + slot.firstTriangle, part.triangles, sameBytes);
     const bool sameLines =

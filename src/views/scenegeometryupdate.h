@@ -93,7 +93,7 @@ private:
     std::vector<std::vector<const MetaBody*>> m_cellBodies;
     std::vector<Slot> m_slots;
     size_t m_partsDrawn = 0;
-    std::vector<HeldFill> m_heldFills;
+    const std::vector<HeldFill>* m_heldFills = nullptr; // the fills of the update under way
     SceneGeometry m_scratch;
     std::vector<SceneLabel> m_labelScratch;
 };
