@@ -3,6 +3,8 @@
 #include "base/log.h"
 #include "model/metaitem.h"
 
+#include <utility>
+
 namespace
 {
 constexpr ItemId kLastUsableId = 4294967294u;
@@ -37,6 +39,30 @@ MetaItem* ItemRegistry::find(ItemId id) const
     return it == m_byId.end() ? nullptr : it->second;
 }
 
+const QMultiHash<QString, MetaItem*>& ItemRegistry::names() const
+{
+    if (!m_indexed.load(std::memory_order_acquire)) {
+        // Readers on two threads may ask at once: one of them indexes.
+        const std::lock_guard<std::mutex> lock(m_indexing);
+        if (!m_indexed.load(std::memory_order_relaxed)) {
+            m_byName.reserve(qsizetype(m_unindexed.size()));
+            // In the order of registration, as if each had been indexed then.
+            for (MetaItem* item : m_unindexed)
+                m_byName.insert(item->name(), item);
+            m_unindexed.clear();
+            m_unindexed.shrink_to_fit();
+            m_indexed.store(true, std::memory_order_release);
+        }
+    }
+    return m_byName;
+}
+
+QMultiHash<QString, MetaItem*>& ItemRegistry::names()
+{
+    std::as_const(*this).names();
+    return m_byName;
+}
+
 bool ItemRegistry::insert(MetaItem* item)
 {
     if (item->id() == 0 || contains(item->id()))
@@ -44,7 +70,10 @@ bool ItemRegistry::insert(MetaItem* item)
     m_byId.emplace(item->id(), item);
     if (item->id() > m_lastId)
         m_lastId = item->id();
-    m_byName.insert(item->name(), item);
+    if (m_indexed.load(std::memory_order_relaxed))
+        m_byName.insert(item->name(), item);
+    else
+        m_unindexed.push_back(item);
     return true;
 }
 
@@ -54,30 +83,32 @@ void ItemRegistry::erase(MetaItem* item)
     if (it == m_byId.end() || it->second != item)
         return;
     m_byId.erase(it);
-    m_byName.remove(item->name(), item);
+    names().remove(item->name(), item);
     nameRemoved(item->name());
 }
 
 MetaItem* ItemRegistry::findByName(const QString& name) const
 {
     // QMultiHash::value gives the most recently inserted; walk to the oldest.
+    const QMultiHash<QString, MetaItem*>& byName = names();
     MetaItem* found = nullptr;
-    for (auto it = m_byName.constFind(name); it != m_byName.cend() && it.key() == name; ++it)
+    for (auto it = byName.constFind(name); it != byName.cend() && it.key() == name; ++it)
         found = it.value();
     return found;
 }
 
 void ItemRegistry::rename(MetaItem* item, const QString& oldName, const QString& newName)
 {
-    m_byName.remove(oldName, item);
+    QMultiHash<QString, MetaItem*>& byName = names();
+    byName.remove(oldName, item);
     nameRemoved(oldName);
-    m_byName.insert(newName, item);
+    byName.insert(newName, item);
 }
 
 void ItemRegistry::nameRemoved(const QString& name)
 {
     quint64 n = 0;
-    if (!m_byName.contains(name) && patternNumber(name, namePrefix(m_kind), &n) && n < m_firstPossiblyFreeName)
+    if (!names().contains(name) && patternNumber(name, namePrefix(m_kind), &n) && n < m_firstPossiblyFreeName)
         m_firstPossiblyFreeName = n;
 }
 
@@ -104,7 +135,7 @@ QString ItemRegistry::uniqueName()
     const QString prefix = namePrefix(m_kind);
     for (quint64 n = m_firstPossiblyFreeName; n < kNameLimit; ++n) {
         QString candidate = prefix + QString::number(n);
-        if (!m_byName.contains(candidate)) {
+        if (!names().contains(candidate)) {
             m_firstPossiblyFreeName = n;
             return candidate;
         }

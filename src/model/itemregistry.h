@@ -6,12 +6,18 @@
 #include <QMultiHash>
 #include <QString>
 
+#include <atomic>
+#include <mutex>
 #include <unordered_map>
+#include <vector>
 
 class MetaItem;
 
 /// Per-kind look-up of a world's items by id and by name, and the allocation
-/// of free ids and unused names.
+/// of free ids and unused names. The look-up by name is made at its first
+/// use: a scene read and exported without a script never needs it, and
+/// indexing the names of many thousand items would take most of the time
+/// its reading takes.
 class ItemRegistry
 {
 public:
@@ -33,7 +39,7 @@ public:
     /// Some item with that name (the first registered), or null.
     MetaItem* findByName(const QString& name) const;
     /// How many items carry that name.
-    int nameCount(const QString& name) const { return int(m_byName.count(name)); }
+    int nameCount(const QString& name) const { return int(names().count(name)); }
     /// Moves an item from its old name to a new one.
     void rename(MetaItem* item, const QString& oldName, const QString& newName);
 
@@ -47,10 +53,17 @@ public:
 
 private:
     void nameRemoved(const QString& name);
+    // The look-up by name, made from the items registered so far when first asked for.
+    const QMultiHash<QString, MetaItem*>& names() const;
+    QMultiHash<QString, MetaItem*>& names();
 
     ItemKind m_kind;
     std::unordered_map<ItemId, MetaItem*> m_byId;
-    QMultiHash<QString, MetaItem*> m_byName;
+    // Until the names are indexed, the items in the order they were registered.
+    mutable std::vector<MetaItem*> m_unindexed;
+    mutable QMultiHash<QString, MetaItem*> m_byName;
+    mutable std::atomic<bool> m_indexed{false};
+    mutable std::mutex m_indexing;
     ItemId m_lastId = 0;
     // Every pattern name below this number is in use; the search for a
     // unique name starts here.

@@ -3,6 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <thread>
+#include <vector>
+
 namespace
 {
 MetaBody* addBody(MetaWorld& world, ItemId id = 0, const QString& name = QString())
@@ -89,4 +92,51 @@ TEST(UniqueNames, SharedNamesAreCounted)
     world.removeBody(a);
     EXPECT_EQ(world.uniqueName(ItemKind::Body), "body1") << "body0 is still used by the second body";
     EXPECT_EQ(world.registry(ItemKind::Body).findByName("body0"), b);
+}
+
+// The look-up by name is made when first asked for: what happened to the
+// names before that (renames, removals, shared names) must read as if it had
+// been kept all along.
+TEST(NameLookUp, ChangesBeforeTheFirstLookUpAreSeen)
+{
+    MetaWorld world;
+    MetaBody* first = addBody(world, 0, "shared");
+    MetaBody* second = addBody(world, 0, "shared");
+    MetaBody* renamed = addBody(world, 0, "old");
+    MetaBody* removed = addBody(world, 0, "gone");
+    world.removeBody(removed);
+    world.setName(renamed, "new");
+    const ItemRegistry& bodies = world.registry(ItemKind::Body);
+    EXPECT_EQ(bodies.findByName("shared"), first) << "the first registered of a shared name";
+    EXPECT_EQ(bodies.nameCount("shared"), 2);
+    EXPECT_EQ(bodies.findByName("old"), nullptr);
+    EXPECT_EQ(bodies.findByName("new"), renamed);
+    EXPECT_EQ(bodies.findByName("gone"), nullptr);
+    // Items registered after the first look-up are found too.
+    MetaBody* later = addBody(world, 0, "later");
+    EXPECT_EQ(bodies.findByName("later"), later);
+    world.removeBody(first);
+    EXPECT_EQ(bodies.findByName("shared"), second);
+}
+
+TEST(NameLookUp, TwoThreadsAskingFirstFindTheSameItems)
+{
+    MetaWorld world;
+    for (int i = 0; i < 20000; ++i)
+        addBody(world, 0, QStringLiteral("b%1").arg(i));
+    const ItemRegistry& bodies = world.registry(ItemKind::Body);
+    std::vector<const MetaItem*> seen[2];
+    std::thread other([&] {
+        for (int i = 0; i < 20000; i += 97)
+            seen[1].push_back(bodies.findByName(QStringLiteral("b%1").arg(i)));
+    });
+    for (int i = 0; i < 20000; i += 97)
+        seen[0].push_back(bodies.findByName(QStringLiteral("b%1").arg(i)));
+    other.join();
+    ASSERT_EQ(seen[0].size(), seen[1].size());
+    for (size_t k = 0; k < seen[0].size(); ++k) {
+        ASSERT_NE(seen[0][k], nullptr);
+        EXPECT_EQ(seen[0][k], seen[1][k]);
+        EXPECT_EQ(seen[0][k]->name(), QStringLiteral("b%1").arg(k * 97));
+    }
 }
