@@ -283,6 +283,8 @@ int runBatchTool(const QStringList& arguments)
         plaxLog(LOG_ERROR, QStringLiteral("Failed to load scene from '%1'.").arg(request.inputFile));
         return 1;
     }
+    // The process ends with the document: the system takes the scene's memory back.
+    document.leaveSceneToProcessExit();
     loadImages(document, request.verbose);
     const std::unique_ptr<SceneObjectsAttachment> objects = loadObjects(document, request.verbose);
     if (!runScripts(document, request.scriptFiles))

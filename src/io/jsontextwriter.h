@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstddef>
+#include <cstring>
 #include <vector>
 
 /// A rapidjson SAX handler writing the program's JSON text layout to an
@@ -62,13 +63,37 @@ public:
     bool Key(const char* text, rapidjson::SizeType length, bool copy = false)
     {
         Level& level = m_levels.back();
-        if (level.count++ > 0)
+        const bool first = level.count++ == 0;
+        m_afterKey = true;
+        const size_t depth = m_levels.size();
+        // Separator, line break, indentation and the quoted key in one write
+        // when they fit a line's room (keys are short and need no escapes).
+        char line[kKeyRoom];
+        if (length + 3 * depth + 6 <= sizeof line && plain(text, length)) {
+            char* at = line;
+            if (!first)
+                *at++ = ',';
+            if (m_pretty) {
+                *at++ = '\n';
+                std::memset(at, ' ', 3 * depth);
+                at += 3 * depth;
+            }
+            *at++ = '"';
+            std::memcpy(at, text, length);
+            at += length;
+            *at++ = '"';
+            *at++ = ':';
+            if (m_pretty)
+                *at++ = ' ';
+            putBytes(line, size_t(at - line));
+            return true;
+        }
+        if (!first)
             m_out.Put(',');
         if (m_pretty)
-            newline(m_levels.size());
+            newline(depth);
         bool ok = true;
         if (plain(text, length)) {
-            // What rapidjson writes for text that needs no escapes, in one go.
             m_out.Put('"');
             putBytes(text, length);
             m_out.Put('"');
@@ -79,7 +104,6 @@ public:
         m_out.Put(':');
         if (m_pretty)
             m_out.Put(' ');
-        m_afterKey = true;
         return ok;
     }
     bool EndObject(rapidjson::SizeType = 0)
@@ -180,6 +204,9 @@ private:
         for (size_t i = 0; i < depth * 3; ++i)
             m_out.Put(' ');
     }
+
+    // Room for a member's key with its separator and indentation, written in one go.
+    static constexpr size_t kKeyRoom = 128;
 
     // A line break and the indentation of up to 32 levels, written in one go.
     static constexpr std::array<char, 1 + 3 * 32> kIndent = [] {
