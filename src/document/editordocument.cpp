@@ -3,6 +3,7 @@
 #include "api/scriptapi.h"
 #include "base/flags.h"
 #include "base/log.h"
+#include "base/processexit.h"
 #include "docscripts/documentscripts.h"
 #include "editing/modifiedstate.h"
 #include "engine/documentscripting.h"
@@ -15,25 +16,11 @@
 #include <QFileInfo>
 
 #include <atomic>
-#include <vector>
 
 namespace
 {
 std::atomic<int> s_nextIdentity{1};
-
-// Builds with the address sanitizer free everything, so that it sees every item go.
-#if defined(__SANITIZE_ADDRESS__)
-constexpr bool kSanitized = true;
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-constexpr bool kSanitized = true;
-#else
-constexpr bool kSanitized = false;
-#endif
-#else
-constexpr bool kSanitized = false;
-#endif
-} // namespace
+}
 
 ScriptDocument* ScriptDocument::s_currentScriptContextDocument = nullptr;
 
@@ -53,12 +40,8 @@ EditorDocument::~EditorDocument()
     m_documentScripts.reset();
     // The engine goes next: releasing it discards modules that refer to the scene.
     m_scripting.reset();
-    if (m_leaveSceneToExit && !kSanitized) {
-        // Never destroyed (not even by the exit's static destructors), and
-        // still reachable from here, so no leak checker counts it as lost.
-        static auto* const s_leftToExit = new std::vector<MetaWorld*>;
-        s_leftToExit->push_back(m_world.release());
-    }
+    if (m_leaveSceneToExit)
+        ProcessExit::keepUntilExit(std::move(m_world));
 }
 
 bool EditorDocument::load(const QString& path)

@@ -62,6 +62,9 @@ public:
     /// Sanitizer builds free them as usual, so that their checks see every
     /// item go.
     void leaveSceneToProcessExit() { m_leaveSceneToExit = true; }
+    /// True once leaveSceneToProcessExit() was called: what is made from the
+    /// scene for the last time may be left to the process's end too.
+    bool leavesSceneToProcessExit() const { return m_leaveSceneToExit; }
 
     /// The document's script engine, live script state and script log.
     DocumentScripting& scripting() override { return *m_scripting; }

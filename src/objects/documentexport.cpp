@@ -16,6 +16,8 @@ bool exportDocument(EditorDocument& document, ExportKind kind, const QString& pa
     bool written = false;
     {
         const std::unique_ptr<ExpandedWorld> expanded = buildExportWorld(document);
+        if (document.leavesSceneToProcessExit())
+            expanded->leaveWorldToProcessExit();
         WorldBuild& build = expanded->build();
         if (kind == ExportKind::RawInfo) {
             const MetaWorld& scene = document.world();

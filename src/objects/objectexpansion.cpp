@@ -3,6 +3,7 @@
 #include "base/flags.h"
 #include "base/log.h"
 #include "base/notify.h"
+#include "base/processexit.h"
 #include "document/editordocument.h"
 #include "model/metaworld.h"
 #include "objects/expansionplan.h"
@@ -32,7 +33,10 @@ QString objectExpansionTooSmallTitle()
 ExpandedWorld::~ExpandedWorld()
 {
     // The world points into the object documents: it goes before the plan
-    // gives them back to the cache.
+    // gives them back to the cache (a world left to the process's end is
+    // never used again).
+    if (m_leaveWorldToExit)
+        ProcessExit::keepUntilExit(std::move(m_build));
     m_build.reset();
     m_plan.reset();
 }

@@ -38,6 +38,9 @@ public:
     const WorldBuild& build() const { return *m_build; }
     /// Number of instances (nested ones included) that were expanded.
     int expandedInstanceCount() const { return m_expanded; }
+    /// For a process that ends after this world's last use: the built world
+    /// is left to the system instead of being freed (see ProcessExit).
+    void leaveWorldToProcessExit() { m_leaveWorldToExit = true; }
 
 private:
     friend std::unique_ptr<ExpandedWorld> buildExportWorld(const EditorDocument&, ObjectManager&,
@@ -47,6 +50,7 @@ private:
     std::unique_ptr<ExpansionPlan> m_plan;   // declared first: released after the world
     std::unique_ptr<WorldBuild> m_build;
     int m_expanded = 0;
+    bool m_leaveWorldToExit = false;
 };
 
 /// Builds the world that export and the player use: the scene, then every
