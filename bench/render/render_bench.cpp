@@ -1,6 +1,7 @@
 // Frame times of the editor view drawing large scenes (10,000 and 40,000
 // bodies with four fixtures each): panning, where only the camera changes,
-// an edit of one body, and a full rebuild after a scene change; the player's
+// an edit of one body and the first pick after it, and a full rebuild after
+// a scene change; building the picker and its queries; the player's
 // frames of the 10,000-body scene; dragging a vertex of a huge polygon. Each
 // figure is a median and is printed with its goal. Run it on a real X
 // server; under `make bench` without a display it runs inside xvfb-run with
@@ -158,7 +159,7 @@ void benchScene(int bodies, const QTemporaryDir& dir)
     if (bodies <= 10000)
         benchPlayer(document, start);
 
-    // Hit testing: the picker is built once per scene change, then answers
+    // Hit testing: a picker built whole (as after a scene change) answers
     // clicks from its grid.
     QElapsedTimer timer;
     timer.start();
