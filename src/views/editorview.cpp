@@ -127,6 +127,7 @@ void EditorView::fitToScene()
 void EditorView::sceneChanged()
 {
     m_updater.invalidate();
+    m_picker.clear();
     sceneEdited();
 }
 
@@ -134,7 +135,7 @@ void EditorView::sceneEdited()
 {
     m_geometryDirty = true;
     m_typicalSizeDirty = true;
-    m_picker.clear();
+    m_pickerStale = true;
     update();
 }
 
@@ -232,8 +233,10 @@ const SceneGeometry& EditorView::geometry()
 
 const ScenePicker& EditorView::picker()
 {
-    if (!m_picker.isBuilt())
-        m_picker.build(document().world(), document().filePath());
+    // Only the bodies an edit touched are read again.
+    if (m_pickerStale || !m_picker.isBuilt())
+        m_picker.update(document().world(), document().filePath());
+    m_pickerStale = false;
     return m_picker;
 }
 

@@ -44,14 +44,17 @@ public:
     void zoomToFit();
     /// Sets the camera directly (centre and shown height).
     void setView(Vec2 center, float height);
-    /// Rebuilds the whole drawing on the next frame (after changes that the undo stack does not show, like a reload).
+    /// Rebuilds the whole drawing on the next frame and the picker at the next
+    /// pick (after changes that the undo stack does not show, like a reload).
     void sceneChanged();
-    /// Brings the drawing up to date on the next frame, drawing again only
-    /// what changed (the undo stack moved, a tool's preview changed the scene).
+    /// Brings the drawing up to date on the next frame and the picker at the
+    /// next pick, reading again only what changed (the undo stack moved, a
+    /// tool's preview changed the scene).
     void sceneEdited();
     /// The current drawing of the scene (built now if out of date).
     const SceneGeometry& geometry();
-    /// The picker of the scene as drawn now (built now if out of date).
+    /// The picker of the scene as it is now (brought up to date now if the
+    /// scene changed since).
     const ScenePicker& picker();
     /// Scenes of more vertices than this pan over a cached picture (tests set it low).
     void setFrameCacheThreshold(size_t vertices) { m_renderer.setFrameCacheThreshold(vertices); }
@@ -164,6 +167,7 @@ private:
     SceneGeometryUpdater m_updater;
     GeometryChange m_pendingChange; ///< changes not yet uploaded
     ScenePicker m_picker;
+    bool m_pickerStale = false; // the scene was edited since the picker's last update
     std::unique_ptr<ViewTool> m_tool;
     std::unique_ptr<ViewTool> m_retiredTool;
     bool m_geometryDirty = true;
