@@ -157,7 +157,7 @@ private:
 };
 } // namespace
 
-bool ringSelfIntersects(const std::vector<Vec2>& ring)
+bool ringSelfIntersectsBySweep(const std::vector<Vec2>& ring)
 {
     const size_t n = ring.size();
     if (n < 4)
@@ -195,6 +195,53 @@ bool ringSelfIntersects(const std::vector<Vec2>& ring)
     }
 
     return sweep.findsContact();
+}
+
+namespace
+{
+// Rings up to this size test every pair of edges: cheaper than sorting and
+// a sweep's ordered set for the few corners most fixtures have.
+constexpr size_t kPairwiseRing = 16;
+
+// The sweep's answer for a small ring: two vertices at one point, or any
+// two non-adjacent edges touching (adjacent edges folding back make the
+// edge after them touch the longer one, as the sweep's own check has it).
+bool smallRingSelfIntersects(const std::vector<Vec2>& ring)
+{
+    const size_t n = ring.size();
+    P pts[kPairwiseRing];
+    for (size_t i = 0; i < n; ++i) {
+        pts[i] = {ring[i].x, ring[i].y};
+        if (!std::isfinite(pts[i].x) || !std::isfinite(pts[i].y))
+            return false;
+    }
+    for (size_t i = 0; i < n; ++i) {
+        for (size_t j = i + 1; j < n; ++j) {
+            if (pts[i].x == pts[j].x && pts[i].y == pts[j].y)
+                return true;
+        }
+    }
+    const auto touch = [&](size_t e, size_t f) {
+        const bool adjacent = (e + 1) % n == f || (f + 1) % n == e;
+        return !adjacent && segmentsIntersect(pts[e], pts[(e + 1) % n], pts[f], pts[(f + 1) % n]);
+    };
+    for (size_t e = 0; e < n; ++e) {
+        for (size_t f = e + 2; f < n; ++f) {
+            if (touch(e, f))
+                return true;
+        }
+    }
+    return false;
+}
+} // namespace
+
+bool ringSelfIntersects(const std::vector<Vec2>& ring)
+{
+    if (ring.size() < 4)
+        return false;
+    if (ring.size() <= kPairwiseRing)
+        return smallRingSelfIntersects(ring);
+    return ringSelfIntersectsBySweep(ring);
 }
 
 bool ringSelfIntersectsAfterEdit(const std::vector<Vec2>& before, const std::vector<Vec2>& after)

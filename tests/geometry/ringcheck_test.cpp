@@ -50,7 +50,7 @@ TEST(RingCheck, NonFiniteCoordinatesAreNotFlagged)
     EXPECT_FALSE(ringSelfIntersects({{0, 0}, {1, 0}, {nan, 1}, {0, 1}}));
 }
 
-TEST(RingCheck, AgreesWithTheEarlierCheckOnDegenerateAndRandomRings)
+TEST(RingCheck, PairwiseAndSweepAgreeWithTheEarlierCheckOnDegenerateAndRandomRings)
 {
     // Small integer coordinates make shared points, touching vertices,
     // vertical edges and co-linear overlaps common; the orientation tests are
@@ -67,6 +67,7 @@ TEST(RingCheck, AgreesWithTheEarlierCheckOnDegenerateAndRandomRings)
             ring.push_back({float(coord(rng)), float(coord(rng))});
         const bool expected = Reference::ringSelfIntersects(ring);
         ASSERT_EQ(ringSelfIntersects(ring), expected) << "trial " << trial;
+        ASSERT_EQ(ringSelfIntersectsBySweep(ring), expected) << "sweep, trial " << trial;
         intersecting += expected ? 1 : 0;
         ++total;
     }
@@ -81,6 +82,7 @@ TEST(RingCheck, AgreesWithTheEarlierCheckOnDegenerateAndRandomRings)
         }
         const bool expected = Reference::ringSelfIntersects(ring);
         ASSERT_EQ(ringSelfIntersects(ring), expected) << "star trial " << trial;
+        ASSERT_EQ(ringSelfIntersectsBySweep(ring), expected) << "sweep, star trial " << trial;
         intersecting += expected ? 1 : 0;
         ++total;
     }
@@ -90,7 +92,9 @@ TEST(RingCheck, AgreesWithTheEarlierCheckOnDegenerateAndRandomRings)
         std::vector<Vec2> ring;
         for (int i = 0; i < 4 + trial % 40; ++i)
             ring.push_back({coord(rng), coord(rng) * (trial % 2 ? 1e-3f : 1.0f)});
-        ASSERT_EQ(ringSelfIntersects(ring), Reference::ringSelfIntersects(ring)) << "random trial " << trial;
+        const bool expected = Reference::ringSelfIntersects(ring);
+        ASSERT_EQ(ringSelfIntersects(ring), expected) << "random trial " << trial;
+        ASSERT_EQ(ringSelfIntersectsBySweep(ring), expected) << "sweep, random trial " << trial;
     }
     // Both answers must be well represented for the comparison to mean anything.
     EXPECT_GT(intersecting, 1000);
