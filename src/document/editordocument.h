@@ -58,7 +58,7 @@ public:
     /// For a process that ends with this document: its scene's items are
     /// left to the system, which takes a big scene's memory back at once,
     /// instead of being freed one by one when the document goes (for ten
-    /// thousand bodies that takes a tenth of what reading them took).
+    /// thousand bodies that takes a quarter of what reading them took).
     /// Sanitizer builds free them as usual, so that their checks see every
     /// item go.
     void leaveSceneToProcessExit() { m_leaveSceneToExit = true; }
