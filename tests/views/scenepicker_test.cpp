@@ -12,6 +12,7 @@
 #include "model/metaworld.h"
 #include "views/editorview.h"
 #include "views/scenepicker.h"
+#include "views/testbodies.h"
 #include "views/texturecache.h"
 
 #include <gtest/gtest.h>
@@ -25,27 +26,8 @@ namespace
 constexpr EditMode kModes[] = {EditMode::Bodies, EditMode::Fixtures, EditMode::Vertices, EditMode::Joints,
                                EditMode::Images, EditMode::Samplers, EditMode::Objects};
 
-MetaFixture* addFixture(MetaWorld& world, MetaBody* body, std::vector<Vec2> vertices, ShapeType type, float radius)
-{
-    auto fixture = std::make_unique<MetaFixture>();
-    fixture->setVertices(std::move(vertices));
-    fixture->addShape(type, radius);
-    return world.addFixture(body, std::move(fixture), 0, world.uniqueName(ItemKind::Fixture));
-}
-
-MetaBody* addBody(MetaWorld& world, Vec2 at, int kind)
-{
-    auto body = std::make_unique<MetaBody>();
-    body->type = kind % 3 == 0 ? BodyType::Static : BodyType::Dynamic;
-    body->position = at;
-    body->angle = 0.1f * float(kind % 17);
-    MetaBody* added = world.addBody(std::move(body), 0, world.uniqueName(ItemKind::Body));
-    addFixture(world, added, {{0.1f, 0.2f}}, ShapeType::Circle, 0.3f + 0.02f * float(kind % 5));
-    addFixture(world, added, {{0, 0}, {0.8f, 0.1f}, {0.4f, 0.3f}, {0.6f, 0.9f}, {-0.2f, 0.5f}}, ShapeType::Polygon,
-               kind % 4 == 0 ? 0.05f : 0.f);
-    addFixture(world, added, {{-0.5f, -0.4f}, {0.2f, -0.6f}, {0.7f, -0.2f}}, ShapeType::Line, 0);
-    return added;
-}
+using TestBodies::addBody;
+using TestBodies::addFixture;
 
 // A grid of 20 by 15 overlapping bodies, a joint every few bodies and
 // images on some of them.
