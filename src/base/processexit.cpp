@@ -20,6 +20,7 @@ bool ProcessExit::freesEverything()
 
 void ProcessExit::keepUntilExit(std::shared_ptr<void> object)
 {
+    // In builds that free everything, the object goes with the last owner here.
     if (freesEverything() || !object)
         return;
     // Never destroyed, not even by the static destructors at exit.

@@ -21,9 +21,6 @@ void keepUntilExit(std::shared_ptr<void> object);
 template <typename T>
 void keepUntilExit(std::unique_ptr<T> object)
 {
-    if (freesEverything())
-        object.reset();
-    else if (object)
-        keepUntilExit(std::shared_ptr<void>(std::move(object)));
+    keepUntilExit(std::shared_ptr<void>(std::move(object)));
 }
 } // namespace ProcessExit
