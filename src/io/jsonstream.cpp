@@ -5,9 +5,14 @@
 #include <rapidjson/error/en.h>
 #include <rapidjson/reader.h>
 
+#include <array>
+#include <condition_variable>
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
+#include <deque>
+#include <mutex>
+#include <thread>
 #include <vector>
 
 namespace
@@ -107,14 +112,129 @@ namespace
 using Value = rapidjson::Value;
 using Allocator = rapidjson::Document::AllocatorType;
 
+// Hands the elements of the streamed array over in order, a batch at a
+// time. Once there is more than a batch, the batches are handed over on a
+// helper thread while the parser reads on; a few batches, reused, bound the
+// memory of elements read ahead. Each batch has its own allocator, which
+// the elements of the batch are built with.
+class ElementQueue
+{
+public:
+    explicit ElementQueue(const std::function<void(const Value&)>& element)
+        : m_element(element), m_parallel(std::thread::hardware_concurrency() > 1)
+    {
+        for (size_t i = 1; i < kBatches; ++i)
+            m_free.push_back(i);
+        for (Batch& batch : m_batches)
+            batch.elements.reserve(kBatchElements);
+    }
+    ~ElementQueue() { finish(); }
+    ElementQueue(const ElementQueue&) = delete;
+    ElementQueue& operator=(const ElementQueue&) = delete;
+
+    // The allocator of the element being read.
+    Allocator& allocator() { return m_batches[m_filling].allocator; }
+
+    // Takes a complete element, built with allocator().
+    void push(Value&& element)
+    {
+        Batch& batch = m_batches[m_filling];
+        batch.elements.push_back(std::move(element));
+        if (batch.elements.size() >= kBatchElements)
+            handOver();
+    }
+
+    // Hands over what is left and waits until every element was handed over.
+    void finish()
+    {
+        if (m_finished)
+            return;
+        if (!m_helper.joinable()) {
+            m_finished = true;
+            run(m_batches[m_filling]);
+            return;
+        }
+        {
+            std::lock_guard lock(m_mutex);
+            if (!m_batches[m_filling].elements.empty())
+                m_full.push_back(m_filling);
+            m_finished = true;
+        }
+        m_changed.notify_all();
+        m_helper.join();
+    }
+
+private:
+    static constexpr size_t kBatchElements = 32;
+    static constexpr size_t kBatches = 4;
+
+    struct Batch
+    {
+        Allocator allocator;
+        std::vector<Value> elements;
+    };
+
+    void run(Batch& batch)
+    {
+        for (const Value& element : batch.elements)
+            m_element(element);
+        batch.elements.clear();
+        batch.allocator.Clear();
+    }
+
+    // Hands the batch being filled over and takes a free one.
+    void handOver()
+    {
+        if (!m_parallel) {
+            run(m_batches[m_filling]);
+            return;
+        }
+        if (!m_helper.joinable())
+            m_helper = std::thread([this] { handOverLoop(); });
+        std::unique_lock lock(m_mutex);
+        m_full.push_back(m_filling);
+        m_changed.notify_all();
+        m_changed.wait(lock, [this] { return !m_free.empty(); });
+        m_filling = m_free.back();
+        m_free.pop_back();
+    }
+
+    void handOverLoop()
+    {
+        std::unique_lock lock(m_mutex);
+        for (;;) {
+            m_changed.wait(lock, [this] { return !m_full.empty() || m_finished; });
+            if (m_full.empty())
+                return;
+            const size_t index = m_full.front();
+            m_full.pop_front();
+            lock.unlock();
+            run(m_batches[index]);
+            lock.lock();
+            m_free.push_back(index);
+            m_changed.notify_all();
+        }
+    }
+
+    const std::function<void(const Value&)>& m_element;
+    const bool m_parallel;
+    std::array<Batch, kBatches> m_batches;
+    size_t m_filling = 0;
+    std::deque<size_t> m_full;
+    std::vector<size_t> m_free;
+    bool m_finished = false;
+    std::mutex m_mutex;
+    std::condition_variable m_changed;
+    std::thread m_helper;
+};
+
 // Builds values from the parser's events; the elements of the chosen array
-// are built with an allocator of their own, handed over and dropped.
+// are built with the allocators of the element queue and handed to it.
 class Builder
 {
 public:
-    Builder(Allocator& allocator, const char* outerKey, const char* arrayKey,
-            const std::function<void(const Value&)>& element)
-        : m_allocator(allocator), m_outerKey(outerKey), m_arrayKey(arrayKey), m_element(element)
+    Builder(Allocator& allocator, const char* outerKey, const char* arrayKey, ElementQueue& elements)
+        : m_allocator(allocator), m_outerKey(outerKey), m_arrayKey(arrayKey), m_elements(elements)
     {
     }
 
@@ -151,8 +271,8 @@ private:
     };
 
     // Elements of the streamed array (and everything in them) use the
-    // element allocator.
-    Allocator& allocator() { return m_inElement > 0 ? m_elementAllocator : m_allocator; }
+    // element queue's allocator.
+    Allocator& allocator() { return m_inElement > 0 ? m_elements.allocator() : m_allocator; }
 
     bool open(Value&& container)
     {
@@ -202,12 +322,10 @@ private:
         }
         Frame& parent = m_frames.back();
         if (parent.streamed) {
-            m_element(value);
-            value.SetNull();
-            m_elementAllocator.Clear();
+            m_elements.push(std::move(value));
             return true;
         }
-        Allocator& into = m_inElement > 0 ? m_elementAllocator : m_allocator;
+        Allocator& into = allocator();
         if (parent.value.IsObject())
             parent.value.AddMember(parent.key, value, into);
         else
@@ -216,10 +334,9 @@ private:
     }
 
     Allocator& m_allocator;
-    Allocator m_elementAllocator;
     const char* m_outerKey;
     const char* m_arrayKey;
-    const std::function<void(const Value&)>& m_element;
+    ElementQueue& m_elements;
     std::vector<Frame> m_frames;
     Value m_root;
     int m_inElement = 0;
@@ -240,10 +357,12 @@ bool streamJsonFile(const QString& path, const char* outerKey, const char* array
     }
     FileStream stream(file);
     stream.skipByteOrderMark();
-    Builder builder(rest->GetAllocator(), outerKey, arrayKey, element);
+    ElementQueue elements(element);
+    Builder builder(rest->GetAllocator(), outerKey, arrayKey, elements);
     rapidjson::Reader reader;
     const rapidjson::ParseResult result = reader.Parse<rapidjson::kParseIterativeFlag>(stream, builder);
     std::fclose(file);
+    elements.finish();
     if (result.IsError()) {
         if (error)
             *error = QStringLiteral("%1 (at offset %2)")

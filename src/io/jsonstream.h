@@ -10,8 +10,11 @@
 /// at a time (no copy of the text is kept), building a DOM of the document
 /// except for the elements of one array: the array under `arrayKey` in the
 /// object under `outerKey` at the top (the first of each). Those elements are
-/// handed to `element` one by one as soon as each is read, and forgotten;
-/// the DOM holds an empty array in their place. The text is parsed as
+/// handed to `element` one by one, in order, and forgotten; the DOM holds an
+/// empty array in their place. Past a few dozen elements they are handed
+/// over on a helper thread while the parser reads on (a bounded number
+/// ahead), so `element` must not touch what the caller uses before this
+/// returns; every call has returned when this returns. The text is parsed as
 /// parseJson parses it (a leading byte-order mark skipped, iteratively, the
 /// same messages and offsets). False, with the parser's message in `error`,
 /// when the file is not JSON; elements handed over before the error was

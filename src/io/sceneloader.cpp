@@ -185,8 +185,9 @@ std::unique_ptr<MetaWorld> loadSceneFile(const QString& path)
     file.close();
 
     // Parsed from the file a piece at a time: the bodies, the bulk of a big
-    // scene, go into the model record by record as the parser reads them;
-    // the rest becomes a small document read below.
+    // scene, go into the model record by record as the parser reads them
+    // (on a helper thread, in order: only `w` and `skipped` are touched
+    // there); the rest becomes a small document read below.
     auto world = std::make_unique<MetaWorld>();
     SkipCounts skipped{};
     MetaWorld& w = *world;

@@ -72,3 +72,56 @@ TEST(JsonStream, BadTextFailsWithTheMessageAndOffsetOfAWholeParse)
     const QByteArray zero("{\"a\": 1}\0garbage", 16);
     EXPECT_TRUE(stream(zero).ok);
 }
+
+TEST(JsonStream, ManyElementsComeWholeAndInOrderWhateverTheirNumber)
+{
+    // Past a few dozen elements they are handed over in batches from
+    // another thread while the parser reads on: every count around the
+    // batch size, and one far past it, gives the elements of a whole parse.
+    for (int count : {0, 1, 31, 32, 33, 64, 65, 127, 128, 129, 1000}) {
+        QByteArray text = "{\"metaworld\": {\"before\": [1], \"metabody\": [";
+        for (int i = 0; i < count; ++i) {
+            if (i > 0)
+                text += ", ";
+            // Elements of different sizes and kinds, with strings that live in the batch's allocator.
+            if (i % 5 == 4)
+                text += QByteArray::number(i);
+            else
+                text += "{\"id\": " + QByteArray::number(i) + ", \"name\": \"body " + QByteArray::number(i) +
+                        "\", \"fixture\": [" + QByteArray(i % 7, '[').append("\"deep\"").append(QByteArray(i % 7, ']')) +
+                        "]}";
+        }
+        text += "], \"after\": {\"name\": \"kept\"}}}";
+        const Streamed s = stream(text);
+        ASSERT_TRUE(s.ok) << count << ": " << s.error.toStdString();
+        rapidjson::Document whole;
+        QString error;
+        ASSERT_TRUE(parseJson(text, &whole, &error)) << error.toStdString();
+        const rapidjson::Value& bodies = whole["metaworld"]["metabody"];
+        ASSERT_EQ(s.elements.size(), size_t(count));
+        for (int i = 0; i < count; ++i)
+            ASSERT_EQ(s.elements[size_t(i)], jsonToText(bodies[rapidjson::SizeType(i)], false)) << count << " " << i;
+        EXPECT_EQ(s.rest, QByteArray("{\"metaworld\":{\"before\":[1],\"metabody\":[],\"after\":{\"name\":\"kept\"}}}"));
+    }
+}
+
+TEST(JsonStream, ElementsReadBeforeAnErrorAreAllHandedOver)
+{
+    QByteArray text = "{\"metaworld\": {\"metabody\": [";
+    for (int i = 0; i < 100; ++i)
+        text += "{\"id\": " + QByteArray::number(i) + "}, ";
+    text += "{\"id\": 100, ]}}";
+    QTemporaryDir dir;
+    const QString path = dir.filePath("file.json");
+    TestFiles::write(path, text);
+    std::vector<int> ids;
+    rapidjson::Document rest;
+    QString error;
+    EXPECT_FALSE(streamJsonFile(
+        path, "metaworld", "metabody", [&](const rapidjson::Value& v) { ids.push_back(v["id"].GetInt()); }, &rest,
+        &error));
+    EXPECT_FALSE(error.isEmpty());
+    ASSERT_EQ(ids.size(), 100u) << "the broken 101st is not handed over";
+    for (int i = 0; i < 100; ++i)
+        EXPECT_EQ(ids[size_t(i)], i);
+}

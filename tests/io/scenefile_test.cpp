@@ -11,6 +11,8 @@
 #include <QDir>
 #include <QTemporaryDir>
 
+#include <algorithm>
+
 namespace
 {
 class SceneFileTest : public ::testing::Test
@@ -174,6 +176,68 @@ TEST_F(SceneFileTest, SkippedRecordsAreReportedOnce)
     ASSERT_EQ(shown->size(), 1);
     EXPECT_EQ(shown->at(0).title, QStringLiteral("P.L.A.X"));
     EXPECT_EQ(shown->at(0).text, expected);
+}
+
+TEST_F(SceneFileTest, ManyBodiesComeInFileOrderWithTheirWarningsAndSkips)
+{
+    // Enough bodies that they are read into the model on a helper thread
+    // while the parser reads on: the scene, its warnings and the skipped
+    // counts are those of reading the records one by one.
+    QByteArray bodies;
+    int kept = 0, skippedBodies = 0, skippedFixtures = 0, unknownTypes = 0, reused = 0;
+    for (int i = 0; i < 400; ++i) {
+        if (i > 0)
+            bodies += ", ";
+        if (i % 37 == 5) {
+            bodies += "{\"type\": \"dynamic\"}";
+            ++skippedBodies;
+            continue;
+        }
+        // Every 50th repeats the id of the body before it.
+        const int id = i % 50 == 49 ? i : i + 1;
+        reused += i % 50 == 49 ? 1 : 0;
+        const bool unknown = i % 41 == 7;
+        unknownTypes += unknown ? 1 : 0;
+        bodies += "{\"id\": " + QByteArray::number(id) + ", \"name\": \"b" + QByteArray::number(i) +
+                  "\", \"type\": \"" + (unknown ? "wobbly" : "dynamic") + "\", \"fixture\": [{\"id\": " +
+                  QByteArray::number(1000 + i) + "}" + (i % 9 == 0 ? ", {\"name\": \"no id\"}" : "") + "]}";
+        skippedFixtures += i % 9 == 0 ? 1 : 0;
+        ++kept;
+    }
+    LogCapture log;
+    UserNotifier::setHandlers([](UserNotifier::Kind, const QString&, const QString&) {}, {});
+    std::unique_ptr<MetaWorld> world = loadText(sceneText("\"metabody\": [" + bodies + "]"));
+    UserNotifier::setHandlers({}, {});
+    ASSERT_TRUE(world);
+    ASSERT_EQ(world->bodies().size(), size_t(kept));
+    EXPECT_EQ(world->fixtureCount(), size_t(kept));
+    int at = 0;
+    for (int i = 0; i < 400; ++i) {
+        if (i % 37 == 5)
+            continue;
+        ASSERT_EQ(world->bodies()[size_t(at)]->name(), QStringLiteral("b%1").arg(i));
+        EXPECT_EQ(world->bodies()[size_t(at)]->type, i % 41 == 7 ? BodyType::Static : BodyType::Dynamic);
+        ++at;
+    }
+    const QStringList warnings = log.texts(LOG_WARNING);
+    QStringList types, ids;
+    for (const QString& line : warnings) {
+        if (line.startsWith(QLatin1String("Unknown body type")))
+            types << line;
+        if (line.contains(QLatin1String("is already in use")))
+            ids << line;
+    }
+    EXPECT_EQ(types.size(), unknownTypes);
+    ASSERT_EQ(ids.size(), reused);
+    // In file order: the first repeated id is the first warned about.
+    EXPECT_TRUE(ids.front().contains(QLatin1String("id 49 "))) << ids.front().toStdString();
+    EXPECT_TRUE(ids.back().contains(QLatin1String("id 399 "))) << ids.back().toStdString();
+    const QString skipped = QStringLiteral("Skipped creation of %1 bodies with no id.\nSkipped creation of %2 "
+                                           "fixtures with no id.\n")
+                                .arg(skippedBodies)
+                                .arg(skippedFixtures);
+    EXPECT_TRUE(std::any_of(warnings.begin(), warnings.end(), [&](const QString& w) { return w.endsWith(skipped); }))
+        << log.dump().toStdString();
 }
 
 TEST_F(SceneFileTest, OneBodyWithoutIdReportsOne)
