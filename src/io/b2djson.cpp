@@ -1,5 +1,6 @@
 #include "io/b2djson.h"
 
+#include "io/arrayelements.h"
 #include "io/b2djsonimage.h"
 #include "io/b2djsonobject.h"
 #include "io/customrecord.h"
@@ -319,12 +320,19 @@ void b2dJson::write(const WorldBuild& build, const MetaWorld& scene, JsonSink& s
     // joints and images refer to bodies by the positions written.
     const BodyPositions positions(build, m_filter);
 
-    out.key("body");
-    sink.startArray();
+    // The bodies, the bulk of a big scene, are written on two threads,
+    // unless the filter calls out (a script is asked on its own thread only).
+    std::vector<const BuiltBody*> bodies;
+    bodies.reserve(build.bodies().size());
     for (size_t i = 0; i < build.bodies().size(); ++i) {
         if (positions.isWritten(i))
-            writeBody(build.bodies()[i], out, m_filter);
+            bodies.push_back(&build.bodies()[i]);
     }
+    out.key("body");
+    sink.startArray();
+    writeArrayElements(sink, bodies.size(), [&](JsonSink& to, size_t i) {
+        writeBody(*bodies[i], JsonEmitter(to, m_style), m_filter);
+    }, m_filter.isSelfContained() ? kArrayElementsRun : 0);
     sink.endArray();
 
     out.key("joint");

@@ -46,6 +46,10 @@ public:
     bool asksItems() const { return m_itemFilter != nullptr; }
     /// True when no path is refused: nothing needs to be asked.
     bool excludesNothing() const { return m_excluded.isEmpty() && !m_predicate && !m_itemFilter; }
+    /// True when asking runs only the filter's own code (no predicate or
+    /// item filter, which may be a script): it may then be asked from
+    /// several threads at once.
+    bool isSelfContained() const { return !m_predicate && !m_itemFilter; }
 
 private:
     QSet<QString> m_excluded;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "io/jsontextlayout.h"
+
 #include <rapidjson/rapidjson.h>
 
 #include <cstddef>
@@ -38,6 +40,19 @@ public:
     virtual void real(double value) = 0;
     /// False once a handler refused an event.
     virtual bool ok() const = 0;
+
+    /// For a sink that writes text: its layout now, from which text can be
+    /// written apart and appended with appendText(). False for other sinks
+    /// (a DOM).
+    virtual bool textLayout(JsonTextLayout* layout) const
+    {
+        (void)layout;
+        return false;
+    }
+    /// Appends text written apart, going on from this sink's layout, and
+    /// goes on from where it ended; its elements count as elements of the
+    /// innermost container. Only for sinks that tell their textLayout().
+    virtual void appendText(const JsonTextRun& run) { (void)run; }
 };
 
 /// A sink forwarding to a rapidjson SAX handler (a writer, or a Document to
@@ -70,6 +85,26 @@ public:
     void unsignedInteger(unsigned value) override { track(m_handler.Uint(value)); }
     void real(double value) override { track(m_handler.Double(value)); }
     bool ok() const override { return m_ok; }
+
+    bool textLayout(JsonTextLayout* layout) const override
+    {
+        if constexpr (requires(const Handler& h) { h.layout(); }) {
+            *layout = m_handler.layout();
+            return true;
+        } else {
+            (void)layout;
+            return false;
+        }
+    }
+    void appendText(const JsonTextRun& run) override
+    {
+        if constexpr (requires(Handler& h) { h.append(run.text, *run.end); }) {
+            m_handler.append(run.text, *run.end);
+            m_ok = m_ok && run.ok;
+            if (!m_counts.empty())
+                m_counts.back() += rapidjson::SizeType(run.elements);
+        }
+    }
 
 private:
     void track(bool handled)

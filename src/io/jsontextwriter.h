@@ -1,5 +1,7 @@
 #pragma once
 
+#include "io/jsontextlayout.h"
+
 #include <rapidjson/writer.h>
 
 #include <array>
@@ -23,6 +25,23 @@ class JsonTextWriter
 public:
     /// A writer into the stream, which must outlive it.
     JsonTextWriter(OutputStream& out, bool pretty) : m_out(out), m_pretty(pretty), m_scalar(out) {}
+    /// A writer into the stream that goes on from `layout`: its text
+    /// continues the text of the writer the layout was taken from.
+    JsonTextWriter(OutputStream& out, const JsonTextLayout& layout)
+        : m_out(out), m_pretty(layout.pretty), m_afterKey(layout.afterKey), m_scalar(out), m_levels(layout.levels)
+    {
+    }
+
+    /// Where the writer stands now.
+    JsonTextLayout layout() const { return {m_pretty, m_afterKey, m_levels}; }
+    /// Appends text that another writer wrote going on from this one's
+    /// layout, and goes on from where that text ended.
+    void append(std::string_view text, const JsonTextLayout& end)
+    {
+        putBytes(text.data(), text.size());
+        m_afterKey = end.afterKey;
+        m_levels = end.levels;
+    }
 
     /// Appends the newline that ends a pretty text; nothing for compact text.
     void finish()
@@ -57,7 +76,7 @@ public:
     {
         beforeValue(true);
         m_out.Put('{');
-        m_levels.push_back(Level{false, true, 0});
+        m_levels.push_back(Level{false, true, false, 0});
         return true;
     }
     bool Key(const char* text, rapidjson::SizeType length, bool copy = false)
@@ -119,7 +138,7 @@ public:
     {
         beforeValue(true);
         m_out.Put('[');
-        m_levels.push_back(Level{true, true, 0});
+        m_levels.push_back(Level{true, true, false, 0});
         return true;
     }
     bool EndArray(rapidjson::SizeType = 0)
@@ -133,12 +152,7 @@ public:
     }
 
 private:
-    struct Level
-    {
-        bool array;
-        bool singleLine;
-        size_t count;
-    };
+    using Level = JsonTextLayout::Level;
 
     template <typename Write>
     bool scalar(Write write)
@@ -161,8 +175,10 @@ private:
         if (level.count > 0)
             m_out.Put(',');
         if (m_pretty) {
-            if (level.count == 0)
+            if (!level.decided) {
                 level.singleLine = !container;
+                level.decided = true;
+            }
             if (!level.singleLine)
                 newline(m_levels.size());
             else if (level.count > 0)

@@ -1,4 +1,5 @@
 target_sources(plaxcore PRIVATE
+  io/arrayelements.cpp io/arrayelements.h
   io/b2djson.cpp io/b2djson.h
   io/b2djsonimage.cpp io/b2djsonimage.h
   io/b2djsonobject.cpp io/b2djsonobject.h
@@ -15,6 +16,7 @@ target_sources(plaxcore PRIVATE
   io/jsonstream.cpp io/jsonstream.h
   io/jsonsink.h
   io/jsontext.cpp io/jsontext.h
+  io/jsontextlayout.h
   io/jsontextwriter.h
   io/jsonvalues.cpp io/jsonvalues.h
   io/objectrecord.cpp io/objectrecord.h
