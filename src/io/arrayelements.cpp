@@ -2,6 +2,8 @@
 
 #include "io/jsontextwriter.h"
 
+#include <QThread>
+
 #include <array>
 #include <condition_variable>
 #include <mutex>
@@ -54,7 +56,7 @@ void writeArrayElements(JsonSink& sink, size_t count, const std::function<void(J
                         size_t run)
 {
     JsonTextLayout layout;
-    const bool apart = run > 0 && count > run && std::thread::hardware_concurrency() > 1 && sink.textLayout(&layout) &&
+    const bool apart = run > 0 && count > run && QThread::idealThreadCount() > 1 && sink.textLayout(&layout) &&
                        !layout.levels.empty() && layout.levels.back().array && !layout.afterKey;
     if (!apart) {
         for (size_t i = 0; i < count; ++i)

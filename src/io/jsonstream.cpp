@@ -1,6 +1,7 @@
 #include "io/jsonstream.h"
 
 #include <QFile>
+#include <QThread>
 
 #include <rapidjson/error/en.h>
 #include <rapidjson/reader.h>
@@ -121,7 +122,7 @@ class ElementQueue
 {
 public:
     explicit ElementQueue(const std::function<void(const Value&)>& element)
-        : m_element(element), m_parallel(std::thread::hardware_concurrency() > 1)
+        : m_element(element), m_parallel(QThread::idealThreadCount() > 1)
     {
         for (size_t i = 1; i < kBatches; ++i)
             m_free.push_back(i);
