@@ -278,12 +278,22 @@ bool ringSelfIntersectsAfterEdit(const std::vector<Vec2>& before, const std::vec
     edges.erase(std::unique(edges.begin(), edges.end()), edges.end());
     auto point = [&after](size_t i) { return P{after[i].x, after[i].y}; };
     for (size_t e : edges) {
+        const size_t next = e + 1 == n ? 0 : e + 1, previous = e == 0 ? n - 1 : e - 1;
         const P a = point(e);
-        const P b = point((e + 1) % n);
+        const P b = point(next);
+        // Edges whose boxes lie apart from this one's share no point with it
+        // (the test of the rest is exact), so most are passed over at once.
+        const float left = std::min(after[e].x, after[next].x), right = std::max(after[e].x, after[next].x);
+        const float bottom = std::min(after[e].y, after[next].y), top = std::max(after[e].y, after[next].y);
         for (size_t f = 0; f < n; ++f) {
-            if (f == e || (e + 1) % n == f || (f + 1) % n == e)
+            const size_t fNext = f + 1 == n ? 0 : f + 1;
+            const Vec2 p = after[f], q = after[fNext];
+            if ((p.x < left && q.x < left) || (p.x > right && q.x > right) || (p.y < bottom && q.y < bottom) ||
+                (p.y > top && q.y > top))
                 continue;
-            if (segmentsIntersect(a, b, point(f), point((f + 1) % n)))
+            if (f == e || f == next || f == previous)
+                continue;
+            if (segmentsIntersect(a, b, point(f), point(fNext)))
                 return true;
         }
     }
