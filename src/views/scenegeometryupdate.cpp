@@ -29,9 +29,44 @@ bool sameRange(const T* a, const std::vector<T>& b, Same same)
     return true;
 }
 
-bool sameBytes(const GeomVertex& a, const GeomVertex& b)
+// Copies into `into`, from `first` on, the primitives of `corners` vertices
+// of `from` that differ from what is there, noting the stretches written
+// (stretches close together as one) and, when `moved` is given, where each
+// differing primitive was and is. True when nothing differed.
+bool copyDifferences(std::vector<GeomVertex>& into, size_t first, const std::vector<GeomVertex>& from, size_t corners,
+                     std::vector<std::pair<size_t, size_t>>& written, GeometryChange* moved)
 {
-    return std::memcmp(&a, &b, sizeof(GeomVertex)) == 0;
+    // Same vertices between two differing ones that are written with them.
+    constexpr size_t kGap = 64;
+    GeomVertex* const to = into.data() + first;
+    const size_t count = from.size();
+    size_t start = count, end = 0; // the stretch being gathered
+    const auto write = [&] {
+        std::copy(from.begin() + long(start), from.begin() + long(end), to + start);
+        written.emplace_back(first + start, end - start);
+    };
+    for (size_t i = 0; i < count; i += corners) {
+        const size_t n = std::min(corners, count - i);
+        if (std::memcmp(to + i, from.data() + i, n * sizeof(GeomVertex)) == 0)
+            continue;
+        if (moved) {
+            for (size_t k = i; k < i + n; ++k) {
+                moved->touch({to[k].x, to[k].y});
+                moved->touch({from[k].x, from[k].y});
+            }
+        }
+        if (start < count && i - end >= kGap) {
+            write();
+            start = i;
+        } else if (start == count) {
+            start = i;
+        }
+        end = i + n;
+    }
+    if (start == count)
+        return true;
+    write();
+    return false;
 }
 
 // Grows a box as SceneGeometry's own box grows (an empty box takes the other).
@@ -248,10 +283,16 @@ void SceneGeometryUpdater::drawSlot(Slot& slot, SceneGeometry& geometry, const M
     part.clear();
     SceneGeometry::drawPart(part, world, selection, m_colors, m_filePath, m_circleSegments, slot.part, cellOf(slot),
                             slot.index, m_heldFills);
-    const bool sameTriangles = part.triangles.size() == slot.triangleCount &&
-                               sameRange(geometry.triangles.data() + slot.firstTriangle, part.triangles, sameBytes);
+    // Where a part keeps its number of vertices (a dragged corner moves a
+    // few), one pass finds the primitives that differ, copies them and,
+    // when both arrays kept theirs, notes where they were and are.
+    const bool trianglesFit = part.triangles.size() == slot.triangleCount;
+    const bool linesFit = part.lines.size() == slot.lineCount;
+    GeometryChange* const movedPrimitives = trianglesFit && linesFit ? &change : nullptr;
+    const bool sameTriangles = trianglesFit && copyDifferences(geometry.triangles, slot.firstTriangle, part.triangles,
+                                                               3, change.triangles, movedPrimitives);
     const bool sameLines =
-        part.lines.size() == slot.lineCount && sameRange(geometry.lines.data() + slot.firstLine, part.lines, sameBytes);
+        linesFit && copyDifferences(geometry.lines, slot.firstLine, part.lines, 2, change.lines, movedPrimitives);
     const bool sameLabels = part.labels.size() == slot.labelCount &&
                             sameRange(geometry.labels.data() + slot.firstLabel, part.labels, sameLabel);
     const bool sameImages = part.images.size() == slot.images.size() &&
@@ -261,25 +302,9 @@ void SceneGeometryUpdater::drawSlot(Slot& slot, SceneGeometry& geometry, const M
         return;
     ++m_partsDrawn;
 
-    // The pixels that may change: around every primitive that moved, where
-    // it was and where it is now.
-    if (part.triangles.size() == slot.triangleCount && part.lines.size() == slot.lineCount) {
-        const auto compare = [&change](const GeomVertex* before, const std::vector<GeomVertex>& after, size_t corners) {
-            for (size_t i = 0; i + corners <= after.size(); i += corners) {
-                bool moved = false;
-                for (size_t k = 0; k < corners; ++k)
-                    moved = moved || !sameBytes(before[i + k], after[i + k]);
-                if (!moved)
-                    continue;
-                for (size_t k = 0; k < corners; ++k) {
-                    change.touch({before[i + k].x, before[i + k].y});
-                    change.touch({after[i + k].x, after[i + k].y});
-                }
-            }
-        };
-        compare(geometry.triangles.data() + slot.firstTriangle, part.triangles, 3);
-        compare(geometry.lines.data() + slot.firstLine, part.lines, 2);
-    } else {
+    // The pixels that may change where a part's vertices were laid out
+    // anew: all of its chunks, where they were and where they are now.
+    if (!movedPrimitives) {
         for (const std::vector<GeomChunk>* chunks : {&slot.chunks, &part.chunks}) {
             for (const GeomChunk& chunk : *chunks) {
                 change.touch(chunk.lo);
@@ -296,28 +321,10 @@ void SceneGeometryUpdater::drawSlot(Slot& slot, SceneGeometry& geometry, const M
         }
     }
 
-    // The vertices where they were when they fit, else at the end.
+    // An array whose count changed is written where it was when it fits,
+    // else at the end.
     const auto place = [](std::vector<GeomVertex>& into, size_t& first, size_t& count, size_t& room,
                           const std::vector<GeomVertex>& from, std::vector<std::pair<size_t, size_t>>& written) {
-        if (count == from.size()) {
-            // Only the stretches that differ (a dragged corner touches a few).
-            constexpr size_t kGap = 64;
-            size_t i = 0;
-            while (i < from.size()) {
-                if (sameBytes(into[first + i], from[i])) {
-                    ++i;
-                    continue;
-                }
-                size_t end = i + 1, same = 0;
-                for (; end < from.size() && same < kGap; ++end)
-                    same = sameBytes(into[first + end], from[end]) ? same + 1 : 0;
-                end -= same;
-                std::copy(from.begin() + long(i), from.begin() + long(end), into.begin() + long(first + i));
-                written.emplace_back(first + i, end - i);
-                i = end;
-            }
-            return;
-        }
         if (from.size() > room) {
             first = into.size();
             room = from.size();
@@ -329,9 +336,11 @@ void SceneGeometryUpdater::drawSlot(Slot& slot, SceneGeometry& geometry, const M
         if (count > 0)
             written.emplace_back(first, count);
     };
-    place(geometry.triangles, slot.firstTriangle, slot.triangleCount, slot.triangleRoom, part.triangles,
-          change.triangles);
-    place(geometry.lines, slot.firstLine, slot.lineCount, slot.lineRoom, part.lines, change.lines);
+    if (!trianglesFit)
+        place(geometry.triangles, slot.firstTriangle, slot.triangleCount, slot.triangleRoom, part.triangles,
+              change.triangles);
+    if (!linesFit)
+        place(geometry.lines, slot.firstLine, slot.lineCount, slot.lineRoom, part.lines, change.lines);
 
     if (part.labels.size() == slot.labelCount) {
         std::copy(part.labels.begin(), part.labels.end(), geometry.labels.begin() + long(slot.firstLabel));

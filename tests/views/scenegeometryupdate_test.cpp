@@ -197,6 +197,48 @@ TEST(SceneGeometryUpdate, EditsDrawAgainOnlyTheirPartsAndGiveTheDrawingBuiltFrom
     expectSameDrawing(kept, SceneGeometry::build(world, selection, other, QString(), 6), "detail");
 }
 
+TEST(SceneGeometryUpdate, CornersMovedFarApartOnABigOutlineAreAllWritten)
+{
+    // A 400-corner outline, selected in vertex mode (markers at every
+    // corner): moving corners far apart in one edit changes stretches of
+    // the same part with many unchanged vertices between them, and a
+    // single corner at the very start or end changes the first or the last.
+    MetaWorld world;
+    buildScene(world);
+    MetaBody* body = addBody(world, {10, 40}, 3);
+    std::vector<Vec2> ring;
+    for (int i = 0; i < 400; ++i) {
+        const double a = 2 * 3.141592653589793 * i / 400;
+        const double r = i % 2 ? 6.0 : 5.0;
+        ring.push_back({float(r * std::cos(a)), float(r * std::sin(a))});
+    }
+    MetaFixture* outline = addFixture(world, body, ring, ShapeType::Polygon, 0);
+    Selection selection;
+    selection.add(ItemKind::Fixture, outline->id());
+    selection.addVertex(outline->id(), 7);
+    const ViewColors colors;
+    SceneGeometryUpdater updater;
+    SceneGeometry kept;
+    updater.update(kept, world, selection, colors, QString(), 32);
+    const std::vector<std::vector<int>> moves = {{10, 150, 320}, {0}, {399}, {0, 399}, {5, 6, 200}};
+    for (const std::vector<int>& moved : moves) {
+        std::vector<Vec2> vertices = outline->vertices();
+        for (int i : moved)
+            vertices[size_t(i)] = vertices[size_t(i)] * 0.98f;
+        outline->setVertices(vertices);
+        const GeometryChange change = updater.update(kept, world, selection, colors, QString(), 32);
+        EXPECT_FALSE(change.full);
+        EXPECT_EQ(updater.lastPartsDrawn(), 1u);
+        size_t linesWritten = 0;
+        for (const auto& [first, count] : change.lines)
+            linesWritten += count;
+        EXPECT_GT(linesWritten, 0u);
+        EXPECT_LT(linesWritten, 400u) << "stretches near the moved corners, not the outline's 800 line ends";
+        expectSameDrawing(kept, SceneGeometry::build(world, selection, colors, QString(), 32),
+                          "moved " + std::to_string(moved.size()) + " corners from " + std::to_string(moved.front()));
+    }
+}
+
 // Without and with multisampling (the cached picture is then drawn
 // multisampled and resolved, in its out-of-date box as well).
 class CachedPictureRedraw : public ::testing::TestWithParam<int>
