@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <functional>
 
-/// Elements of an array written together apart from the sink, by default.
+/// The elements of a run, unless the caller gives another number.
 constexpr size_t kArrayElementsRun = 64;
 
 /// Writes the elements 0 to count - 1 of the sink's innermost open array by
