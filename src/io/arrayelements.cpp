@@ -7,6 +7,7 @@
 #include <array>
 #include <condition_variable>
 #include <mutex>
+#include <numeric>
 #include <optional>
 #include <string>
 #include <thread>
@@ -76,7 +77,8 @@ void writeArrayElements(JsonSink& sink, size_t count, const std::function<void(J
     };
     constexpr size_t kPieces = 4;
     std::array<Piece, kPieces> pieces;
-    std::vector<size_t> freePieces{0, 1, 2, 3};
+    std::vector<size_t> freePieces(kPieces);
+    std::iota(freePieces.begin(), freePieces.end(), size_t(0));
     std::vector<size_t> pieceOf(runs, kPieces); // kPieces: not written apart (yet)
     std::mutex mutex;
     std::condition_variable changed;
